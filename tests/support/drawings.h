@@ -1,0 +1,37 @@
+#pragma once
+/// The folder of real drawings that tests may use, and files in it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vndk::test {
+
+/// The drawings in a subfolder of VONDRAKE_DRAWINGS, by name; none when the variable isn't set.
+inline std::vector<std::string> realDrawings(const std::string& subfolder) {
+    std::vector<std::string> paths;
+    const char* root = std::getenv("VONDRAKE_DRAWINGS");
+    if (!root)
+        return paths;
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(root) / subfolder, error))
+        if (entry.path().extension() == ".dwg")
+            paths.push_back(entry.path().string());
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
+/// "a/b.dwg" becomes "a/b" + ending.
+inline std::string besideDrawing(const std::string& path, const std::string& ending) {
+    return std::filesystem::path(path).replace_extension().string() + ending;
+}
+
+#define SKIP_WITHOUT_DRAWINGS()                                                                                       \
+    if (!std::getenv("VONDRAKE_DRAWINGS"))                                                                            \
+    GTEST_SKIP() << "VONDRAKE_DRAWINGS names no folder of real drawings"
+
+} // namespace vndk::test
