@@ -1,0 +1,16 @@
+set(ENTITY_SOURCES
+  db/attributes.cpp
+  db/block_reference.cpp
+  db/curves.cpp
+  db/ellipse_spline.cpp
+  db/mtext.cpp
+  db/opaque.cpp
+  db/plane_math.cpp
+  db/point.cpp
+  db/polyline.cpp
+  db/solids.cpp
+  db/subentities.cpp
+  db/text.cpp
+  db/vertex_polylines.cpp
+  db/viewport.cpp
+)

@@ -1,0 +1,19 @@
+set(DB_SOURCES
+  db/block_table.cpp
+  db/clone.cpp
+  db/clone_run.cpp
+  db/database.cpp
+  db/dictionary.cpp
+  db/entity.cpp
+  db/line_weight.cpp
+  db/object.cpp
+  db/object_xdata.cpp
+  db/open.cpp
+  db/reactors.cpp
+  db/resbuf.cpp
+  db/stand_in.cpp
+  db/symbol_table.cpp
+  db/symbol_tables.cpp
+  db/undo.cpp
+  db/xdata.cpp
+)

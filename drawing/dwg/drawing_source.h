@@ -1,0 +1,41 @@
+#pragma once
+/// What a database keeps of the file that it came from: the file's bytes, the codec, the lock.
+
+#include <memory>
+
+#include "db/database.h"
+#include "dwg/drawing_lock.h"
+#include "dwg/file_image.h"
+#include "dwg/object_codec.h"
+
+namespace vndk::dwg {
+
+class DrawingSource : public AcDbObjectSource {
+public:
+    /// `image` is null for a drawing that was never in a file.
+    DrawingSource(AcDbDatabase& database, std::shared_ptr<FileImage> image);
+
+    AcDbObject* decode(AcDbStub& stub) override { return codec_.decode(stub); }
+    std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) override;
+
+    ObjectCodec& codec() { return codec_; }
+    const FileImage* image() const { return image_.get(); }
+
+    bool hasLock(const std::string& path) const { return lock_ && lockedPath_ == path; }
+    void setLock(std::unique_ptr<DrawingLock> lock, const std::string& path) {
+        lock_ = std::move(lock);
+        lockedPath_ = path;
+    }
+
+private:
+    AcDbDatabase& database_;
+    std::shared_ptr<FileImage> image_;
+    ObjectCodec codec_;
+    std::unique_ptr<DrawingLock> lock_;
+    std::string lockedPath_;
+};
+
+/// The database's source, made now if the drawing is a new one.
+DrawingSource& sourceOf(AcDbDatabase& database);
+
+} // namespace vndk::dwg

@@ -1,0 +1,19 @@
+set(DWG_OBJECT_SOURCES
+  dwg/active_view.cpp
+  dwg/block_header_fields.cpp
+  dwg/complex_fields.cpp
+  dwg/curve_fields.cpp
+  dwg/database_files.cpp
+  dwg/drawing_reader.cpp
+  dwg/drawing_source.cpp
+  dwg/drawing_writer.cpp
+  dwg/extended_data.cpp
+  dwg/object_codec.cpp
+  dwg/object_types.cpp
+  dwg/opaque_codec.cpp
+  dwg/planar_fields.cpp
+  dwg/record_fields.cpp
+  dwg/subentity_handles.cpp
+  dwg/table_fields.cpp
+  dwg/text_fields.cpp
+)

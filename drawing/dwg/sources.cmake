@@ -1,0 +1,18 @@
+set(DWG_SOURCES
+  dwg/atomic_save.cpp
+  dwg/bit_reader.cpp
+  dwg/bit_writer.cpp
+  dwg/class_section.cpp
+  dwg/codepage.cpp
+  dwg/crc.cpp
+  dwg/dates.cpp
+  dwg/default_drawing.cpp
+  dwg/drawing_lock.cpp
+  dwg/file_image.cpp
+  dwg/file_parser.cpp
+  dwg/file_writer.cpp
+  dwg/header_section.cpp
+  dwg/object_frame.cpp
+  dwg/object_map.cpp
+  dwg/version.cpp
+)

@@ -1,0 +1,118 @@
+// Blocks: the block table, its records and the walk over a record's entities.
+#pragma once
+
+#include "db/entity.h"
+#include "db/symbol_table.h"
+
+class AcDbBlockTableRecordIterator;
+
+/// A block definition or a space. Entities are kept in the order in which they came.
+class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
+    ACDB_DECLARE_MEMBERS(AcDbBlockTableRecord)
+public:
+    /// The base point, in the block's coordinates.
+    AcGePoint3d origin() const { return data_.origin; }
+    Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
+    bool isAnonymous() const { return data_.anonymous; }
+    /// True for *Model_Space, *Paper_Space and the further paper spaces.
+    bool isLayout() const;
+    bool isFromExternalReference() const { return data_.isXref; }
+    bool isFromOverlayReference() const { return data_.xrefOverlaid; }
+    const std::string& pathName() const { return data_.xrefPath; }
+    const std::string& comments() const { return data_.description; }
+    Acad::ErrorStatus setComments(const char* text);
+    AcDbObjectId getLayoutId() const { return data_.layout; }
+    /// True if an attribute definition that isn't erased is among the entities.
+    bool hasAttributeDefinitions() const;
+
+    /// Appends a temporary entity, which becomes resident and stays open for write. Needs this record open for
+    /// write. An entity that was given no layer gets the database's defaults. eAlreadyInDb, eNotOpenForWrite.
+    Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
+    Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
+    /// A new iterator, owned by the caller, at the first or the last entity. With `skipDeleted` an erased one
+    /// there is passed over.
+    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const;
+    /// Ids of the references to this block that aren't erased.
+    Acad::ErrorStatus getBlockReferenceIds(std::vector<AcDbObjectId>& ids) const;
+
+    void visitReferences(AcDbReferenceVisitor& visitor) override;
+
+    struct Data {
+        AcGePoint3d origin;
+        bool anonymous = false, isXref = false, xrefOverlaid = false, xrefLoaded = false;
+        std::string xrefPath;
+        std::string description;
+        std::string previewIcon;
+        AcDbObjectId layout;
+        AcDbObjectId blockBegin, blockEnd;
+    };
+    const Data& data() const { return data_; }
+    void setFileData(Data data) { data_ = std::move(data); }
+    /// A copy that goes into another drawing has neither the layout nor the enclosing entities of the original.
+    void dropFileParts();
+    /// A new record gets the two entities that enclose its contents in a file.
+    void madeResident() override;
+    /// Contents go with their record, and come back with it.
+    Acad::ErrorStatus subErase(bool erasing) override;
+
+    // The sequence of entities and the list of references belong to the record's identity, not to its data:
+    // undo doesn't touch them, since erased entities stay in the sequence.
+
+    /// Ids of all entities in order, erased ones included. Loaded from the file at the first call.
+    const std::vector<AcDbObjectId>& entities() const;
+    bool entitiesLoaded() const { return content_.loaded; }
+    /// First and last entity as the file names them, before the sequence is loaded.
+    void setFileChain(AcDbObjectId first, AcDbObjectId last) {
+        content_.first = first;
+        content_.last = last;
+        content_.loaded = first.isNull();
+    }
+    AcDbObjectId fileFirst() const { return content_.first; }
+    AcDbObjectId fileLast() const { return content_.last; }
+    /// Whether the file says that attribute definitions are among the entities; holds until the sequence is loaded.
+    bool fileHasDefinitions() const { return content_.hasDefinitions; }
+    void setFileDefinitions(bool has) { content_.hasDefinitions = has; }
+    void noteReference(AcDbObjectId reference);
+    void setFileReferences(std::vector<AcDbObjectId> references) { content_.references = std::move(references); }
+    const std::vector<AcDbObjectId>& references() const { return content_.references; }
+
+private:
+    friend class AcDbBlockTableRecordIterator;
+    struct Content {
+        std::vector<AcDbObjectId> entities;
+        std::vector<AcDbObjectId> references;
+        std::vector<AcDbObjectId> erasedWithRecord;
+        AcDbObjectId first, last;
+        bool loaded = true;
+        bool hasDefinitions = false;
+    };
+    Data data_;
+    mutable NotCopied<Content> content_;
+};
+
+ACDB_SYMBOL_TABLE(AcDbBlockTable, AcDbBlockTableRecord)
+
+/// Walks a record's entities. Entities appended while it walks are seen by a forward walk.
+class AcDbBlockTableRecordIterator {
+public:
+    AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& record, bool atBeginning, bool skipDeleted);
+    void start(bool atBeginning = true, bool skipDeleted = true);
+    bool done() const;
+    void step(bool forwards = true, bool skipDeleted = true);
+    /// Moves to that entity. eInvalidInput: it isn't in the record.
+    Acad::ErrorStatus seek(AcDbObjectId entity);
+    Acad::ErrorStatus getEntityId(AcDbObjectId& id) const;
+    /// Opens the entity; on failure `entity` is null. eInvalidInput at the end.
+    Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode, bool openErased = false) const;
+
+private:
+    void skip(bool forwards, bool skipDeleted);
+
+    const std::vector<AcDbObjectId>& entities_;
+    ptrdiff_t position_ = 0;
+};
+
+/// Names of the two spaces that every drawing has.
+inline constexpr const char* ACDB_MODEL_SPACE = "*Model_Space";
+inline constexpr const char* ACDB_PAPER_SPACE = "*Paper_Space";

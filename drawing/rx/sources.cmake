@@ -1,0 +1,1 @@
+set(RX_SOURCES rx/class.cpp rx/registry.cpp rx/status.cpp)
