@@ -1,0 +1,88 @@
+// LISP functions that modules define: who defined them, and the call that runs.
+#pragma once
+
+#include "ed/dynamic_linker.h"
+#include "lisp/value.h"
+
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+class AcApDocument;
+struct resbuf;
+
+namespace vndk::host {
+
+class Host;
+
+class ExternalFunctions {
+public:
+    using Handler = int (*)();
+
+    explicit ExternalFunctions(Host& host);
+    ~ExternalFunctions();
+
+    /// Marks the application that runs, so that its calls are known to be its own.
+    class ApplicationScope {
+    public:
+        ApplicationScope(ExternalFunctions& functions, LoadedApplication& application);
+        ~ApplicationScope();
+        ApplicationScope(const ApplicationScope&) = delete;
+        ApplicationScope& operator=(const ApplicationScope&) = delete;
+
+    private:
+        ExternalFunctions& functions_;
+        LoadedApplication* former_;
+    };
+
+    // For the application that runs, in the current document. False without either.
+    bool define(const char* name, int code);
+    bool undefine(const char* name, int code);
+    bool registerHandler(Handler handler, int code);
+    /// Before its code goes: no document reaches the application any more.
+    void forgetApplication(const LoadedApplication& application);
+
+    void forgetDocument(const AcApDocument& document);
+
+    /// One call of an external function.
+    struct Call {
+        Call* outer;
+        int code;
+        std::span<const lisp::Value> args;
+        lisp::Value result;
+        bool hasResult = false;
+        size_t lentFrom = 0; // first of its entries in lent_
+    };
+    /// The innermost call; null outside of one.
+    Call* call() const { return call_; }
+    /// The arguments as a list, owned by whoever gets it; what isn't released is released when the call ends.
+    resbuf* lendArguments();
+
+private:
+    struct Function {
+        std::string name;
+        LoadedApplication* application;
+        int code;
+        Handler* handler; // place of the handler of that code
+    };
+    struct Defined {
+        AcApDocument* document;
+        std::string name;
+        const LoadedApplication* application;
+    };
+
+    lisp::Outcome<lisp::Value> run(const Function& function, std::span<const lisp::Value> args);
+    void releaseLent(size_t from);
+    static void noteReleased(const resbuf* list);
+
+    Host& host_;
+    LoadedApplication* application_ = nullptr;
+    std::map<std::pair<const LoadedApplication*, int>, Handler> handlers_;
+    std::vector<Defined> defined_;
+    std::vector<resbuf*> lent_;
+    Call* call_ = nullptr;
+};
+
+} // namespace vndk::host

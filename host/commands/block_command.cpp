@@ -1,0 +1,163 @@
+// BLOCK: makes a block of objects of the drawing, which go into it.
+#include "commands/commands.h"
+#include "commands/selection.h"
+#include "commands/wildcard.h"
+#include "db/block_reference.h"
+#include "db/database.h"
+#include "db/id_mapping.h"
+#include "ed/host.h"
+
+#include <algorithm>
+
+namespace vndk::host {
+
+namespace {
+
+PromptStatus listBlocks(CommandContext& ctx) {
+    std::string pattern;
+    const PromptStatus status = ctx.prompts().getString("\nEnter block(s) to list <*>: ", TextForm::Word, pattern);
+    if (status != PromptStatus::Normal)
+        return status;
+    ctx.print("\nDefined blocks.");
+    size_t user = 0, unnamed = 0;
+    for (const AcDbObjectId id : sortedRecords(ctx.database().blockTableId())) {
+        const AcDbObjectPointer<AcDbBlockTableRecord> record(id);
+        if (!record || record->isLayout())
+            continue;
+        const bool anonymous = record->name().starts_with('*');
+        ++(anonymous ? unnamed : user);
+        if (!anonymous && matchesWildcard(record->name(), pattern.empty() ? "*" : pattern))
+            ctx.print("\n  \"" + record->name() + "\"");
+    }
+    ctx.print("\nUser blocks: " + std::to_string(user) + "  Unnamed blocks: " + std::to_string(unnamed));
+    return status;
+}
+
+/// Asks until there is a name that can be used; `existing` is the block that is to be redefined.
+PromptStatus askName(CommandContext& ctx, std::string& name, AcDbObjectId& existing) {
+    for (;;) {
+        PromptStatus status = ctx.prompts().getString("\nEnter block name or [?]: ", TextForm::Word, name);
+        if (status != PromptStatus::Normal)
+            return status;
+        if (name == "?") {
+            status = listBlocks(ctx);
+            if (status != PromptStatus::Normal)
+                return status;
+            continue;
+        }
+        if (name.empty() || name.starts_with('*') || !acdbIsValidSymbolName(name.c_str())) {
+            ctx.print("\nInvalid block name.");
+            continue;
+        }
+        existing = findRecord<AcDbBlockTable>(ctx.database().blockTableId(), name);
+        if (existing.isNull() || ctx.host().variables().getShort("EXPERT") >= 2)
+            return status;
+        const bool redefine =
+            askYesNo(ctx, "\nBlock \"" + name + "\" already exists.  Redefine it? [Yes/No] <N>: ", status);
+        if (status != PromptStatus::Normal || redefine)
+            return status;
+    }
+}
+
+/// True if an insertion of `block` stands among the objects or anywhere below them.
+bool contains(const std::vector<AcDbObjectId>& objects, AcDbObjectId block) {
+    std::vector<AcDbObjectId> open = objects;
+    std::unordered_set<AcDbObjectId> seen;
+    while (!open.empty()) {
+        const AcDbObjectPointer<AcDbBlockReference> reference(open.back());
+        open.pop_back();
+        if (!reference || !seen.insert(reference->blockTableRecord()).second)
+            continue;
+        if (reference->blockTableRecord() == block)
+            return true;
+        const AcDbObjectPointer<AcDbBlockTableRecord> record(reference->blockTableRecord());
+        if (record)
+            std::copy_if(record->entities().begin(), record->entities().end(), std::back_inserter(open),
+                         [](AcDbObjectId id) { return !id.isErased(); });
+    }
+    return false;
+}
+
+AcDbObjectId addRecord(AcDbDatabase& database, const std::string& name) {
+    AcDbObjectId id;
+    auto record = std::make_unique<AcDbBlockTableRecord>();
+    const AcDbObjectPointer<AcDbBlockTable> table(database.blockTableId(), AcDb::kForWrite);
+    if (!table || record->setName(name.c_str()) != Acad::eOk || table->add(id, record.get()) != Acad::eOk)
+        return {};
+    record.release()->close();
+    return id;
+}
+
+/// Copies the objects into the record and moves the copies by `toBlock`. On a failure the copies are erased again.
+Acad::ErrorStatus copyInto(AcDbDatabase& database, const std::vector<AcDbObjectId>& objects, AcDbObjectId record,
+                           const AcGeMatrix3d& toBlock) {
+    AcDbIdMapping mapping(&database, &database);
+    Acad::ErrorStatus status = database.deepCloneObjects(objects, record, mapping);
+    for (size_t i = 0; i < objects.size() && status == Acad::eOk; ++i) {
+        const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(objects[i]), AcDb::kForWrite);
+        status = copy ? copy->transformBy(toBlock) : copy.openStatus();
+    }
+    if (status != Acad::eOk)
+        for (const AcDbObjectId id : objects)
+            if (const AcDbObjectId copy = mapping.lookUp(id); !copy.isNull())
+                eraseEntity(copy);
+    return status;
+}
+
+/// What stood in a block before it was redefined.
+std::vector<AcDbObjectId> contents(AcDbObjectId recordId) {
+    std::vector<AcDbObjectId> ids;
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(recordId);
+    if (record)
+        std::copy_if(record->entities().begin(), record->entities().end(), std::back_inserter(ids),
+                     [](AcDbObjectId id) { return !id.isErased(); });
+    return ids;
+}
+
+CommandResult define(CommandContext& ctx, const std::string& name, AcDbObjectId existing, const AcGePoint3d& base,
+                     const std::vector<AcDbObjectId>& objects) {
+    AcDbDatabase& database = ctx.database();
+    if (!existing.isNull() && contains(objects, existing))
+        return ctx.fail("Block \"" + name + "\" references itself: leave its own insertions out.");
+    const AcDbObjectId record = existing.isNull() ? addRecord(database, name) : existing;
+    if (record.isNull())
+        return ctx.fail("Block \"" + name + "\" can't be added to the drawing.");
+    const std::vector<AcDbObjectId> former = contents(record);
+    // The block's origin is its base point, its axes are those of the UCS.
+    const AcGeMatrix3d toBlock = AcGeMatrix3d::translation(AcGePoint3d::kOrigin - base) * ctx.prompts().worldToUcs();
+    const Acad::ErrorStatus status = copyInto(database, objects, record, toBlock);
+    if (status != Acad::eOk) {
+        if (existing.isNull())
+            eraseEntity(record);
+        return ctx.fail(std::string("These objects can't go into a block: ") + acadErrorStatusText(status) + '.');
+    }
+    std::for_each(former.begin(), former.end(), eraseEntity);
+    std::for_each(objects.begin(), objects.end(), eraseEntity);
+    if (!existing.isNull()) {
+        const AcDbObjectPointer<AcDbBlockTableRecord> redefined(record, AcDb::kForWrite);
+        if (redefined)
+            redefined->setOrigin(AcGePoint3d::kOrigin);
+        ctx.print("\nBlock \"" + name + "\" redefined.");
+    }
+    return CommandResult::Done;
+}
+
+} // namespace
+
+CommandResult blockCommand(CommandContext& ctx) {
+    std::string name;
+    AcDbObjectId existing;
+    if (askName(ctx, name, existing) != PromptStatus::Normal)
+        return ctx.stopped();
+    AcGePoint3d base;
+    if (ctx.prompts().getPoint("\nSpecify insertion base point: ", base) != PromptStatus::Normal &&
+        ctx.prompts().lastStatus() != PromptStatus::None)
+        return ctx.stopped();
+    std::vector<AcDbObjectId> objects;
+    if (const PromptStatus status = SelectionPrompt(ctx).ask(objects); status != PromptStatus::Normal)
+        return stoppedBy(status);
+    std::erase_if(objects, isOnLockedLayer);
+    return define(ctx, name, existing, base, objects);
+}
+
+} // namespace vndk::host

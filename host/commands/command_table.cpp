@@ -1,0 +1,44 @@
+#include "commands/commands.h"
+
+namespace vndk::host {
+
+namespace {
+
+constexpr auto kNoGroup = BuiltInCommand::Undo::None;
+constexpr bool kWithoutDrawing = true;
+
+constexpr BuiltInCommand kCommands[] = {
+    {"ARC", ACRX_CMD_MODAL, arcCommand},
+    {"ARX", ACRX_CMD_MODAL, arxCommand, kNoGroup, kWithoutDrawing},
+    {"ATTDEF", ACRX_CMD_MODAL, attdefCommand},
+    {"-ATTDEF", ACRX_CMD_MODAL, attdefCommand},
+    {"BLOCK", ACRX_CMD_MODAL, blockCommand},
+    {"-BLOCK", ACRX_CMD_MODAL, blockCommand},
+    {"CIRCLE", ACRX_CMD_MODAL, circleCommand},
+    {"CLOSE", ACRX_CMD_MODAL, closeCommand, kNoGroup},
+    {"EATTEDIT", ACRX_CMD_MODAL, eatteditCommand},
+    {"ERASE", ACRX_CMD_USEPICKSET, eraseCommand},
+    {"LAYER", ACRX_CMD_MODAL, layerCommand},
+    {"-LAYER", ACRX_CMD_MODAL, layerCommand},
+    {"LINE", ACRX_CMD_MODAL, lineCommand},
+    {"LIST", ACRX_CMD_USEPICKSET, listCommand},
+    {"NEW", ACRX_CMD_MODAL, newCommand, kNoGroup, kWithoutDrawing},
+    {"OPEN", ACRX_CMD_MODAL, openCommand, kNoGroup, kWithoutDrawing},
+    {"PLINE", ACRX_CMD_MODAL, plineCommand},
+    {"QSAVE", ACRX_CMD_MODAL, qsaveCommand, kNoGroup},
+    {"QUIT", ACRX_CMD_MODAL, quitCommand, kNoGroup, kWithoutDrawing},
+    {"REDO", ACRX_CMD_MODAL, redoCommand, kNoGroup},
+    {"REGEN", ACRX_CMD_MODAL, regenCommand},
+    {"SAVEAS", ACRX_CMD_MODAL, saveasCommand, kNoGroup},
+    {"SETVAR", ACRX_CMD_TRANSPARENT, setvarCommand},
+    {"TEXT", ACRX_CMD_MODAL, textCommand},
+    {"U", ACRX_CMD_MODAL, uCommand, kNoGroup},
+    {"UCS", ACRX_CMD_MODAL, ucsCommand},
+    {"UNDO", ACRX_CMD_MODAL, undoCommand, kNoGroup},
+};
+
+} // namespace
+
+std::span<const BuiltInCommand> builtInCommands() { return kCommands; }
+
+} // namespace vndk::host

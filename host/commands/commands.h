@@ -1,0 +1,42 @@
+// The host's own commands, one function for each; command_table.cpp gives them their names.
+#pragma once
+
+#include "ed/builtin_commands.h"
+
+namespace vndk::host {
+
+// Drawing.
+CommandResult arcCommand(CommandContext& ctx);
+CommandResult circleCommand(CommandContext& ctx);
+CommandResult lineCommand(CommandContext& ctx);
+CommandResult plineCommand(CommandContext& ctx);
+CommandResult textCommand(CommandContext& ctx);
+
+// Blocks and attributes.
+CommandResult attdefCommand(CommandContext& ctx);
+CommandResult blockCommand(CommandContext& ctx);
+CommandResult eatteditCommand(CommandContext& ctx);
+
+// What is there.
+CommandResult eraseCommand(CommandContext& ctx);
+CommandResult listCommand(CommandContext& ctx);
+CommandResult layerCommand(CommandContext& ctx);
+CommandResult regenCommand(CommandContext& ctx);
+CommandResult setvarCommand(CommandContext& ctx);
+CommandResult ucsCommand(CommandContext& ctx);
+
+// History.
+CommandResult redoCommand(CommandContext& ctx);
+CommandResult uCommand(CommandContext& ctx);
+CommandResult undoCommand(CommandContext& ctx);
+
+// Files and modules.
+CommandResult arxCommand(CommandContext& ctx);
+CommandResult closeCommand(CommandContext& ctx);
+CommandResult newCommand(CommandContext& ctx);
+CommandResult openCommand(CommandContext& ctx);
+CommandResult qsaveCommand(CommandContext& ctx);
+CommandResult quitCommand(CommandContext& ctx);
+CommandResult saveasCommand(CommandContext& ctx);
+
+} // namespace vndk::host

@@ -1,0 +1,196 @@
+#include "commands/list_text.h"
+
+#include "commands/arc_shape.h"
+#include "db/block_reference.h"
+#include "db/curves.h"
+#include "db/database.h"
+#include "db/point.h"
+#include "db/polylines.h"
+#include "db/text.h"
+#include "ed/coordinates.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vndk::host {
+
+namespace {
+
+/// Labels end in this column.
+constexpr size_t kLabelEnd = 24;
+
+/// Collects lines of a label and a value. Points are shown in the UCS.
+class Lines {
+public:
+    explicit Lines(const CommandContext& ctx) : ctx_(ctx), toUcs_(ucsToWorld(ctx.database()).inverse()) {}
+
+    void text(const std::string& label, const std::string& value) {
+        text_ += '\n' + std::string(kLabelEnd - std::min(kLabelEnd, label.size()), ' ') + label + "  " + value;
+    }
+    void point(const std::string& label, const AcGePoint3d& world) { text(label, shownPoint(ctx_, toUcs_ * world)); }
+    void length(const std::string& label, double length) { text(label, shownLength(ctx_, length)); }
+    void angle(const std::string& label, double radians) { text(label, shownAngle(ctx_, radians)); }
+    const AcGeMatrix3d& toUcs() const { return toUcs_; }
+    const CommandContext& context() const { return ctx_; }
+    std::string take() { return std::move(text_); }
+
+private:
+    const CommandContext& ctx_;
+    AcGeMatrix3d toUcs_;
+    std::string text_;
+};
+
+void list(const AcDbLine& line, Lines& out) {
+    out.point("from point,", line.startPoint());
+    out.point("to point,", line.endPoint());
+    const AcGeVector3d delta = out.toUcs() * (line.endPoint() - line.startPoint());
+    out.length("Length =", delta.length());
+    out.angle("Angle in XY Plane =", std::atan2(delta.y, delta.x));
+    out.text("Delta,", shownPoint(out.context(), AcGePoint3d::kOrigin + delta));
+}
+
+void list(const AcDbCircle& circle, Lines& out) {
+    out.point("center point,", circle.center());
+    out.length("radius", circle.radius());
+    out.length("circumference", 2 * kAcGePi * circle.radius());
+    out.length("area", kAcGePi * circle.radius() * circle.radius());
+}
+
+void list(const AcDbArc& arc, Lines& out) {
+    out.point("center point,", arc.center());
+    out.length("radius", arc.radius());
+    out.angle("start angle", arc.startAngle());
+    out.angle("end angle", arc.endAngle());
+    out.length("length", arc.radius() * wholeTurn(arc.endAngle() - arc.startAngle()));
+}
+
+void list(const AcDbPoint& point, Lines& out) { out.point("at point,", point.position()); }
+
+void list(const AcDbPolyline& polyline, Lines& out) {
+    out.text(polyline.isClosed() ? "Closed" : "Open", "");
+    out.length("Constant width", polyline.data().constantWidth);
+    for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
+        AcGePoint3d point;
+        double bulge = 0;
+        polyline.getPointAt(i, point);
+        polyline.getBulgeAt(i, bulge);
+        out.point("at point", point);
+        if (bulge != 0)
+            out.text("bulge", std::to_string(bulge));
+    }
+}
+
+void listTextData(const AcDbText& text, Lines& out) {
+    out.text("Style =", '"' + recordName(text.textStyle()) + '"');
+    out.point("start point,", text.position());
+    if (!text.isDefaultAlignment())
+        out.point("alignment point,", text.alignmentPoint());
+    out.length("height", text.height());
+    out.text("text", text.textValue());
+    out.angle("rotation angle", text.rotation());
+    out.text("width scale factor", shownLength(out.context(), text.widthFactor()));
+    out.angle("obliquing angle", text.oblique());
+}
+
+void listFlags(const AcDbAttributeData& data, Lines& out) {
+    static constexpr const char* names[] = {"invisible", "constant", "verify", "preset"};
+    std::string flags;
+    for (int i = 0; i < 4; ++i)
+        if (data.flags >> i & 1)
+            flags += (flags.empty() ? "" : ", ") + std::string(names[i]);
+    out.text("flags", flags.empty() ? "normal" : flags);
+}
+
+void list(const AcDbAttributeDefinition& definition, Lines& out) {
+    out.text("tag", definition.tagValue());
+    out.text("prompt", definition.promptValue());
+    listTextData(definition, out);
+    listFlags(definition.attributeData(), out);
+}
+
+void list(const AcDbAttribute& attribute, Lines& out) {
+    out.text("tag", attribute.tagValue());
+    listTextData(attribute, out);
+    listFlags(attribute.attributeData(), out);
+}
+
+void list(const AcDbText& text, Lines& out) { listTextData(text, out); }
+
+void list(const AcDbMText& text, Lines& out) {
+    out.point("Location:", text.location());
+    out.length("Width:", text.width());
+    out.text("Text style:", '"' + recordName(text.textStyle()) + '"');
+    out.length("Text height:", text.textHeight());
+    out.text("Contents:", text.contentsValue());
+}
+
+void list(const AcDbEllipse& ellipse, Lines& out) {
+    out.point("Center:", ellipse.center());
+    out.text("Radius Ratio:", shownLength(out.context(), ellipse.radiusRatio()));
+    out.length("Major radius", (out.toUcs() * ellipse.data().majorAxis).length());
+}
+
+void list(const AcDbBlockReference& reference, Lines& out) {
+    out.text("name", '"' + recordName(reference.blockTableRecord()) + '"');
+    out.point("at point,", reference.position());
+    const AcGeScale3d scale = reference.scaleFactors();
+    out.text("X scale factor", shownLength(out.context(), scale.sx));
+    out.text("Y scale factor", shownLength(out.context(), scale.sy));
+    out.text("Z scale factor", shownLength(out.context(), scale.sz));
+    out.angle("rotation angle", reference.rotation());
+    for (const AcDbObjectId id : reference.attributes()) {
+        const AcDbObjectPointer<AcDbAttribute> attribute(id);
+        if (attribute)
+            out.text("attribute " + attribute->tagValue(), attribute->textValue());
+    }
+}
+
+/// False when the entity is of another class.
+template <class T>
+bool listAs(const AcDbEntity& entity, Lines& out) {
+    const T* const typed = T::cast(&entity);
+    if (typed)
+        list(*typed, out);
+    return typed != nullptr;
+}
+
+void listCommon(const AcDbEntity& entity, Lines& out) {
+    out.text(entity.dxfName() ? entity.dxfName() : entity.isA()->name(),
+             "Layer: \"" + recordName(entity.layerId()) + '"');
+    const AcDbObjectPointer<AcDbBlockTableRecord> owner(entity.ownerId());
+    if (owner)
+        out.text("Space:", acdbFoldName(owner->name()).starts_with("*PAPER") ? "Paper space"
+                           : owner->isLayout()                               ? "Model space"
+                                                                             : "Block \"" + owner->name() + '"');
+    char handle[17];
+    AcDbHandle number;
+    entity.getAcDbHandle(number);
+    number.getIntoAsciiBuffer(handle);
+    out.text("Handle =", handle);
+    if (entity.colorIndex() != kAcDbColorByLayer)
+        out.text("Color:", entity.colorIndex() == 0 ? "BYBLOCK" : std::to_string(entity.colorIndex()));
+    if (entity.linetypeId() != out.context().database().byLayerLinetypeId())
+        out.text("Linetype:", '"' + recordName(entity.linetypeId()) + '"');
+}
+
+} // namespace
+
+std::string listText(const CommandContext& ctx, const AcDbEntity& entity) {
+    Lines out(ctx);
+    listCommon(entity, out);
+    // Derived classes stand before their bases.
+    const bool known = listAs<AcDbLine>(entity, out) || listAs<AcDbCircle>(entity, out) ||
+                       listAs<AcDbArc>(entity, out) || listAs<AcDbPoint>(entity, out) ||
+                       listAs<AcDbPolyline>(entity, out) || listAs<AcDbAttributeDefinition>(entity, out) ||
+                       listAs<AcDbAttribute>(entity, out) || listAs<AcDbText>(entity, out) ||
+                       listAs<AcDbMText>(entity, out) || listAs<AcDbEllipse>(entity, out) ||
+                       listAs<AcDbBlockReference>(entity, out);
+    AcDbExtents box;
+    if (!known && entity.getGeomExtents(box) == Acad::eOk && !box.isEmpty()) {
+        out.point("Bounding Box: Lower", box.minPoint());
+        out.point("Upper", box.maxPoint());
+    }
+    return out.take() + '\n';
+}
+
+} // namespace vndk::host

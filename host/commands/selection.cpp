@@ -1,0 +1,215 @@
+#include "commands/selection.h"
+
+#include "db/database.h"
+#include "ed/coordinates.h"
+#include "ed/hit_test.h"
+#include "ed/host.h"
+#include "ed/pick.h"
+#include "lisp/printer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vndk::host {
+
+namespace {
+
+constexpr const char* kKeywords = "Window Last Crossing BOX ALL Add Remove Previous Undo AUto SIngle";
+constexpr const char* kComplaint =
+    "*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Add/Remove/Previous/Undo/AUto/SIngle";
+
+enum Side { kWindow = -1, kByDirection = 0, kCrossing = 1 };
+
+std::optional<AcGePoint3d> pointOf(const CommandContext& ctx, const Answer& answer) {
+    if (answer.kind == Answer::Kind::Text) {
+        const AcDbDatabase& database = ctx.database();
+        return typedPoint(answer.text, {ctx.document().lastPoint, ucsToWorld(database).inverse(), angleUnits(database),
+                                        database.header().ELEVATION});
+    }
+    double xyz[3] = {0, 0, 0};
+    int count = 0;
+    for (const lisp::Value* rest = &answer.value; rest->isCons(); rest = &rest->cdr()) {
+        if (count == 3 || !rest->car().isNumber() || !std::isfinite(rest->car().number()))
+            return std::nullopt;
+        xyz[count++] = rest->car().number();
+    }
+    return count >= 2 ? std::optional(AcGePoint3d(xyz[0], xyz[1], xyz[2])) : std::nullopt;
+}
+
+/// The entity that a value names; null when it names none.
+AcDbObjectId entityOf(const lisp::Value& value) {
+    const lisp::Value& name = value.isCons() ? value.car() : value;
+    AcDbObjectId id;
+    if (name.isEname())
+        id.setFromOldId(static_cast<intptr_t>(name.id()));
+    return id;
+}
+
+bool isThawed(AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (!entity)
+        return false;
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId());
+    return !layer || !layer->isFrozen();
+}
+
+} // namespace
+
+bool isOnLockedLayer(AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (!entity)
+        return false;
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity->layerId());
+    return layer && layer->isLocked();
+}
+
+PromptStatus SelectionPrompt::ask(std::vector<AcDbObjectId>& objects) {
+    CommandLine& line = ctx_.host().commandLine();
+    for (;;) {
+        const Answer answer = line.ask(removing_ ? "\nRemove objects: " : "\nSelect objects: ", TextForm::Word);
+        if (answer.kind == Answer::Kind::Cancel || answer.kind == Answer::Kind::End)
+            return PromptStatus::Cancelled;
+        const bool done = answer.kind == Answer::Kind::Text && answer.text.empty();
+        const Taken taken = done ? Taken::No : take(answer);
+        if (taken == Taken::Stopped)
+            return ctx_.prompts().lastStatus();
+        if (done || (single_ && taken == Taken::Yes && !chosen_.empty())) {
+            objects = chosen_;
+            if (!objects.empty())
+                memoryOf(ctx_).previousSelection = objects;
+            return PromptStatus::Normal;
+        }
+        if (taken == Taken::Invalid) {
+            const std::string shown = answer.kind == Answer::Kind::Text
+                                          ? answer.text
+                                          : lisp::toText(answer.value, lisp::PrintStyle::Readable, 200);
+            if (!line.complain(kComplaint, shown))
+                return PromptStatus::Error;
+        }
+    }
+}
+
+SelectionPrompt::Taken SelectionPrompt::take(const Answer& answer) {
+    if (answer.kind == Answer::Kind::Value)
+        if (const AcDbObjectId id = entityOf(answer.value); !id.isNull())
+            return takeEntity(id);
+    if (answer.kind == Answer::Kind::Text)
+        if (const std::string keyword = matchKeyword(answer.text, kKeywords); !keyword.empty())
+            return takeKeyword(keyword);
+    const auto point = pointOf(ctx_, answer);
+    if (!point)
+        return Taken::Invalid;
+    ctx_.document().lastPoint = *point;
+    return takePoint(*point);
+}
+
+SelectionPrompt::Taken SelectionPrompt::takeKeyword(const std::string& keyword) {
+    if (keyword == "Window" || keyword == "Crossing" || keyword == "BOX")
+        return takeAskedRectangle(keyword == "Window" ? kWindow : keyword == "BOX" ? kByDirection : kCrossing);
+    if (keyword == "Last")
+        return takeEntity(lastEntity(ctx_.database()));
+    if (keyword == "Undo") {
+        if (!former_.empty()) {
+            chosen_ = former_.back();
+            isChosen_ = {chosen_.begin(), chosen_.end()};
+            former_.pop_back();
+        }
+        return Taken::No;
+    }
+    if (keyword == "Add" || keyword == "Remove") {
+        removing_ = keyword == "Remove";
+        return Taken::No;
+    }
+    if (keyword == "SIngle" || keyword == "AUto") {
+        single_ = keyword == "SIngle";
+        return Taken::No;
+    }
+    std::vector<AcDbObjectId> found = keyword == "ALL" ? everything() : memoryOf(ctx_).previousSelection;
+    std::erase_if(found, [](AcDbObjectId id) { return id.isErased() || !isThawed(id); });
+    if (keyword == "Previous" && found.empty())
+        ctx_.print("\nNo previous selection set.");
+    else
+        apply(found);
+    return Taken::Yes;
+}
+
+SelectionPrompt::Taken SelectionPrompt::takeEntity(AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity) {
+        apply({id});
+        return Taken::Yes;
+    }
+    ctx_.print("\n0 found");
+    return Taken::No;
+}
+
+SelectionPrompt::Taken SelectionPrompt::takePoint(const AcGePoint3d& point) {
+    const AcDbObjectId found = entityAt(ctx_.database(), point, pickAperture(ctx_.host()));
+    return found.isNull() ? takeRectangle(point, kByDirection) : takeEntity(found);
+}
+
+SelectionPrompt::Taken SelectionPrompt::takeAskedRectangle(int side) {
+    AcGePoint3d first;
+    ctx_.prompts().initGet(kNoEmpty);
+    return ctx_.prompts().getPoint("\nSpecify first corner: ", first) == PromptStatus::Normal
+               ? takeRectangle(first, side)
+               : Taken::Stopped;
+}
+
+SelectionPrompt::Taken SelectionPrompt::takeRectangle(const AcGePoint3d& first, int side) {
+    AcGePoint3d second;
+    ctx_.prompts().initGet(kNoEmpty);
+    if (ctx_.prompts().getCorner("\nSpecify opposite corner: ", second, first) != PromptStatus::Normal)
+        return Taken::Stopped;
+    const bool crossing = side == kCrossing || (side == kByDirection && second.x < first.x);
+    apply(within(SelectionRectangle::between(ctx_.prompts().worldToUcs(), first, second), crossing));
+    return Taken::Yes;
+}
+
+std::vector<AcDbObjectId> SelectionPrompt::everything() const {
+    std::vector<AcDbObjectId> all;
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(ctx_.currentSpace());
+    if (space)
+        std::copy_if(space->entities().begin(), space->entities().end(), std::back_inserter(all),
+                     [](AcDbObjectId id) { return !id.isErased(); });
+    return all;
+}
+
+std::vector<AcDbObjectId> SelectionPrompt::within(const SelectionRectangle& rectangle, bool crossing) const {
+    std::vector<AcDbObjectId> found = everything();
+    std::erase_if(found, [&](AcDbObjectId id) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        return !entity || !isShown(*entity) ||
+               !(crossing ? touches(*entity, rectangle) : liesInside(*entity, rectangle));
+    });
+    return found;
+}
+
+void SelectionPrompt::apply(const std::vector<AcDbObjectId>& found) {
+    former_.push_back(chosen_);
+    size_t changed = 0;
+    for (const AcDbObjectId id : found) {
+        if (removing_) {
+            changed += isChosen_.erase(id);
+        } else if (isChosen_.insert(id).second) {
+            chosen_.push_back(id);
+            ++changed;
+        }
+    }
+    if (removing_)
+        std::erase_if(chosen_, [this](AcDbObjectId id) { return !isChosen_.contains(id); });
+    report(found.size(), changed);
+}
+
+void SelectionPrompt::report(size_t found, size_t changed) const {
+    std::string text = "\n" + std::to_string(found) + " found";
+    if (removing_)
+        text += ", " + std::to_string(changed) + " removed";
+    else if (changed < found)
+        text += " (" + std::to_string(found - changed) + " duplicate)";
+    if (former_.size() > 1)
+        text += ", " + std::to_string(chosen_.size()) + " total";
+    ctx_.print(text);
+}
+
+} // namespace vndk::host

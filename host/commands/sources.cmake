@@ -1,0 +1,28 @@
+# The sources of the host's own commands, relative to host/.
+set(COMMAND_SOURCES
+  commands/arc_command.cpp
+  commands/arc_shape.cpp
+  commands/arx_command.cpp
+  commands/attdef_command.cpp
+  commands/block_command.cpp
+  commands/circle_command.cpp
+  commands/command_table.cpp
+  commands/command_tools.cpp
+  commands/drawing_files.cpp
+  commands/eattedit_command.cpp
+  commands/erase_command.cpp
+  commands/file_commands.cpp
+  commands/layer_command.cpp
+  commands/line_command.cpp
+  commands/list_command.cpp
+  commands/list_text.cpp
+  commands/pline_command.cpp
+  commands/selection.cpp
+  commands/tangent_circle.cpp
+  commands/text_command.cpp
+  commands/text_placement.cpp
+  commands/ucs_command.cpp
+  commands/undo_commands.cpp
+  commands/variable_commands.cpp
+  commands/wildcard.cpp
+)

@@ -1,0 +1,65 @@
+#include "ed/pick.h"
+
+#include "db/database.h"
+#include "db/symbol_table.h"
+#include "ed/coordinates.h"
+#include "ed/hit_test.h"
+#include "ed/host.h"
+
+#include <memory>
+
+namespace vndk::host {
+
+namespace {
+
+/// The last entity of the current space for which `wanted` holds.
+template <class Wanted>
+AcDbObjectId lastOf(const AcDbDatabase& database, Wanted&& wanted) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(currentSpace(database));
+    AcDbBlockTableRecordIterator* raw = nullptr;
+    if (!space || space->newIterator(raw, false, true) != Acad::eOk)
+        return {};
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(raw);
+    for (; !iterator->done(); iterator->step(false, true)) {
+        AcDbObjectId id;
+        iterator->getEntityId(id);
+        if (wanted(id))
+            return id;
+    }
+    return {};
+}
+
+} // namespace
+
+AcDbObjectId currentSpace(const AcDbDatabase& database) {
+    return database.tilemode() ? database.modelSpaceId() : database.paperSpaceId();
+}
+
+AcDbObjectId lastEntity(const AcDbDatabase& database) {
+    return lastOf(database, [](AcDbObjectId) { return true; });
+}
+
+bool isShown(const AcDbEntity& entity) {
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId());
+    return entity.visibility() == AcDb::kVisible && (!layer || (!layer->isOff() && !layer->isFrozen()));
+}
+
+double pickAperture(Host& host) {
+    VariableValue screen;
+    if (host.variables().get("SCREENSIZE", screen) != VariableError::None)
+        return 0;
+    return host.variables().getShort("PICKBOX") * host.variables().getReal("VIEWSIZE") /
+           std::get<AcGePoint3d>(screen).y;
+}
+
+AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
+    const AcGeVector3d toCorner(aperture, aperture, 0);
+    const SelectionRectangle box =
+        SelectionRectangle::between(ucsToWorld(database).inverse(), point - toCorner, point + toCorner);
+    return lastOf(database, [&](AcDbObjectId id) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        return entity && isShown(*entity) && touches(*entity, box);
+    });
+}
+
+} // namespace vndk::host

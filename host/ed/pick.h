@@ -1,0 +1,30 @@
+// Finding the entity at a picked point.
+#pragma once
+
+#include "db/object_id.h"
+#include "ge/vector.h"
+
+class AcDbDatabase;
+class AcDbEntity;
+
+namespace vndk::host {
+
+class Host;
+
+/// Half the side of the pick box in drawing units: PICKBOX pixels on a screen of SCREENSIZE that shows VIEWSIZE.
+double pickAperture(Host& host);
+
+/// The topmost entity of the current space that touches the square with half the side `aperture` (drawing units)
+/// around a point of the UCS, seen against the UCS's z axis; null if none. Only entities that are shown are found.
+AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture);
+
+/// False for an invisible entity and for one on a layer that is off or frozen.
+bool isShown(const AcDbEntity& entity);
+
+/// The last entity of the current space that isn't erased; null if none.
+AcDbObjectId lastEntity(const AcDbDatabase& database);
+
+/// The space that new entities go into.
+AcDbObjectId currentSpace(const AcDbDatabase& database);
+
+} // namespace vndk::host

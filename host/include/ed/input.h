@@ -1,0 +1,93 @@
+// The input of the command line: what has been typed and not yet been taken.
+//
+// Three kinds of input, the first that has something wins: values that (command ...) gives to the command it runs;
+// text that sendStringToExecute has queued; text typed by the user or read from a script. A PromptSource is asked for
+// more typed text when all of it is used up.
+#pragma once
+
+#include "lisp/value.h"
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <string_view>
+#include <variant>
+
+namespace vndk::host {
+
+class InputQueue;
+
+/// Where typed input comes from: a window, a terminal. A script is simply fed whole.
+class PromptSource {
+public:
+    virtual ~PromptSource() = default;
+    /// Called when a prompt needs input and the queue is empty. Feeds `queue`, waiting for the user if need be.
+    /// False: there will be no more.
+    virtual bool wait(InputQueue& queue, std::string_view prompt) = 0;
+};
+
+/// How much an answer takes.
+enum class AnswerForm {
+    Word, ///< ends at a blank or the line's end; `(` begins an expression
+    Line, ///< ends at the line's end; always text
+    LineOrExpression,
+};
+
+/// One answer.
+struct Answer {
+    enum class Kind {
+        Text,       ///< as typed
+        Expression, ///< the text of a LISP expression, parentheses and all
+        Value,      ///< a value given by (command ...)
+        Cancel,     ///< code 27
+        End,        ///< no more input
+    };
+    Kind kind = Kind::End;
+    std::string text;
+    lisp::Value value;
+    size_t line = 0; ///< line of the typed text that it began in, from 1; 0 for other input
+};
+
+/// True when no list and no string is open at the end of the text.
+bool isWholeExpression(const std::string& text);
+
+class InputQueue {
+public:
+    static constexpr char kCancel = '\x1B';
+
+    /// Adds typed text: whole lines.
+    void feed(std::string_view text);
+    /// Adds text that runs before the rest of the typed text.
+    void send(std::string_view text);
+    bool empty() const { return typed_.atEnd() && sent_.atEnd(); }
+    bool hasSent() const { return !sent_.atEnd(); }
+
+    /// Takes the next answer. An expression that isn't closed when the text ends is given as it is.
+    Answer take(AnswerForm form);
+    /// Gives up the rest of the current line of typed text and all sent text: after a failure.
+    void dropLine();
+    /// Line of typed text that is being read, from 1.
+    size_t line() const { return typed_.line; }
+
+private:
+    struct Text {
+        std::string characters;
+        size_t position = 0;
+        size_t line = 1;
+        bool lineStart = true;
+
+        bool atEnd() const { return position >= characters.size(); }
+        void append(std::string_view text);
+    };
+
+    static void skipComments(Text& text);
+    static Answer takeWord(Text& text);
+    static Answer takeLine(Text& text);
+    static Answer takeExpression(Text& text);
+    static void step(Text& text);
+
+    Text typed_;
+    Text sent_;
+};
+
+} // namespace vndk::host

@@ -1,0 +1,28 @@
+# The LISP's sources, relative to host/.
+set(LISP_SOURCES
+  lisp/apply_builtins.cpp
+  lisp/arguments.cpp
+  lisp/arithmetic_builtins.cpp
+  lisp/code_page.cpp
+  lisp/comparison_builtins.cpp
+  lisp/control_builtins.cpp
+  lisp/definition_builtins.cpp
+  lisp/error_builtins.cpp
+  lisp/evaluator.cpp
+  lisp/geometry_builtins.cpp
+  lisp/heap.cpp
+  lisp/host_builtins.cpp
+  lisp/host_link.cpp
+  lisp/interpreter.cpp
+  lisp/list_builtins.cpp
+  lisp/number_text.cpp
+  lisp/output_builtins.cpp
+  lisp/predicate_builtins.cpp
+  lisp/printer.cpp
+  lisp/reader.cpp
+  lisp/string_builtins.cpp
+  lisp/symbol_table.cpp
+  lisp/unit_builtins.cpp
+  lisp/unit_text.cpp
+  lisp/value.cpp
+)
