@@ -1,0 +1,44 @@
+#include "frame/commands.h"
+
+#include "ads/ads.h"
+#include "ed/command_stack.h"
+#include "frame/unavailable.h"
+#include "rx/registry.h"
+
+namespace {
+
+const char* const kGroup = "VNDKCOMMANDS";
+
+constexpr int kPalette = ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW;
+constexpr int kDialog = ACRX_CMD_USEPICKSET;
+constexpr int kEditor = ACRX_CMD_TRANSPARENT | ACRX_CMD_USEPICKSET | ACRX_CMD_REDRAW;
+
+struct CommandRow {
+    const char* name;
+    int flags;
+    AcRxFunctionPtr function;
+};
+
+const CommandRow g_commandTable[] = {
+    {"BLOCKS", kPalette, TellNoPalette},           {"DDATTE2", kDialog, TellNoAttributeEditor},
+    {"DDATTE", kDialog, TellNoAttributeEditor},    {"EATTEDIT", kEditor, TellNoAttributeEditor},
+    {"-EATTEDIT", kEditor, TellNoAttributeEditor}, {"_EATTEDIT", kEditor, TellNoAttributeEditor},
+    {"EA", kEditor, TellNoAttributeEditor},
+};
+
+AcEdCommandStack* CommandStack() { return AcEdCommandStack::cast(acrxSysRegistry()->at("ACAD_REGISTERED_COMMANDS")); }
+
+} // namespace
+
+void RegisterCommands() {
+    if (AcEdCommandStack* pStack = CommandStack())
+        for (const CommandRow& row : g_commandTable)
+            pStack->addCommand(kGroup, row.name, row.name, row.flags, row.function, nullptr, -1, nullptr, nullptr);
+    acutPrintf("\nVondrake Free version loaded.");
+    acutPrintf("\nType BLOCKS to activate the dockable dialog box.");
+}
+
+void UnregisterCommands() {
+    if (AcEdCommandStack* pStack = CommandStack())
+        pStack->removeGroup(kGroup);
+}

@@ -1,0 +1,27 @@
+#include "frame/unavailable.h"
+
+#include "ads/ads.h"
+#include "frame/module.h"
+#include "resources/resource.h"
+
+namespace {
+
+void Tell(UINT id) { acutPrintf("%s", static_cast<LPCSTR>(LoadResString(id))); }
+
+} // namespace
+
+void TellNoPalette() { Tell(IDS_NO_PALETTE_YET); }
+
+void TellNoAttributeEditor() { Tell(IDS_NO_ATTRIBUTE_EDITOR_YET); }
+
+int InsertFileUnavailable() {
+    Tell(IDS_NO_FILE_INSERTION_YET);
+    acedRetVoid();
+    return 0;
+}
+
+int EditAttributesUnavailable() {
+    Tell(IDS_NO_ATTRIBUTE_EDITOR_YET);
+    acedRetVoid();
+    return 0;
+}

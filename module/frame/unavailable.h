@@ -1,0 +1,9 @@
+// Commands and functions that have a name already and no work behind it: each says so in one line.
+#pragma once
+
+void TellNoPalette();
+void TellNoAttributeEditor();
+
+/// LISP functions.
+int InsertFileUnavailable();
+int EditAttributesUnavailable();

@@ -1,0 +1,159 @@
+// The module as the host loads and unloads it.
+#include "module/module_fixture.h"
+#include "win32/loader.h"
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+class LoadingTest : public ModuleTest {
+protected:
+    void SetUp() override {}
+
+    bool knows(const char* function) {
+        return run(std::string("(type ") + function + ")").find("nil") == std::string::npos;
+    }
+
+    static size_t reactorCount(AcDbDatabase& database) {
+        size_t count = 0;
+        database.reactors().tell([&](AcDbDatabaseReactor&) { ++count; });
+        return count;
+    }
+
+    HINSTANCE instanceOf(const char* name) {
+        for (const vndk::host::LoadedApplication* application : host.linker().applications())
+            if (application->name == name)
+                return application->instance;
+        return nullptr;
+    }
+};
+
+TEST_F(LoadingTest, SaysThatItIsThere) {
+    loadModule();
+    EXPECT_THAT(output, HasSubstr("\nVondrake Free version loaded.\nType BLOCKS to activate the dockable dialog box."));
+}
+
+TEST_F(LoadingTest, AnswersTheApiLevelAndNeverAFailure) {
+    loadModule();
+    const HINSTANCE module = instanceOf("VNDKKeldmoor.arx");
+    const auto version = reinterpret_cast<int (*)()>(vndk::win32::getProcAddress(module, "acrxGetApiVersion"));
+    ASSERT_NE(version, nullptr);
+    EXPECT_EQ(version(), 0xF0000);
+    const auto entry = reinterpret_cast<AcRxEntryPoint>(vndk::win32::getProcAddress(module, "acrxEntryPoint"));
+    // A dispatch outside of any call has no function code.
+    output.clear();
+    EXPECT_EQ(entry(AcRx::kInvkSubrMsg, nullptr), AcRx::kRetOK);
+    EXPECT_THAT(output, HasSubstr("Received nonexistent function code."));
+    for (int message : {0, 3, 4, 6, 7, 8, 9, 10, 11, 15})
+        EXPECT_EQ(entry(static_cast<AcRx::AppMsgCode>(message), nullptr), AcRx::kRetOK) << message;
+}
+
+TEST_F(LoadingTest, RegistersItsCommandsWithTheirFlags) {
+    loadModule();
+    const struct {
+        const char* name;
+        int flags;
+    } rows[] = {{"BLOCKS", 6},    {"DDATTE2", 2},   {"DDATTE", 2}, {"EATTEDIT", 7},
+                {"-EATTEDIT", 7}, {"_EATTEDIT", 7}, {"EA", 7}};
+    for (const auto& row : rows) {
+        const AcEdCommand* const command = host.commands().lookupCmd(row.name, "VNDKCOMMANDS");
+        ASSERT_NE(command, nullptr) << row.name;
+        EXPECT_EQ(command->commandFlags(), row.flags) << row.name;
+        EXPECT_STREQ(command->localName(), row.name);
+        EXPECT_EQ(command->functionCode(), -1) << row.name;
+        EXPECT_EQ(command->UIContext(), nullptr) << row.name;
+    }
+}
+
+TEST_F(LoadingTest, TakesThePlaceOfTheHostsAttributeEditorAndLeavesItUndefined) {
+    const AcEdCommand* const hostsOwn = host.commands().lookupGlobalCmd("EATTEDIT");
+    ASSERT_NE(hostsOwn, nullptr);
+    loadModule();
+    for (const char* name : {"EATTEDIT", "-EATTEDIT", "_EATTEDIT", "EA", "eattedit"})
+        EXPECT_THAT(run(name), HasSubstr("The attribute editor isn't part of this version yet.")) << name;
+    EXPECT_TRUE(hostsOwn->isUndefined());
+    ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+    EXPECT_TRUE(hostsOwn->isUndefined());
+    EXPECT_THAT(run("EATTEDIT"), HasSubstr("Unknown command \"EATTEDIT\""));
+}
+
+TEST_F(LoadingTest, WhatIsNotThereYetSaysSoInOneLine) {
+    loadModule();
+    EXPECT_THAT(run("BLOCKS"), HasSubstr("The block palette isn't part of this version yet."));
+    EXPECT_THAT(run("DDATTE"), HasSubstr("The attribute editor isn't part of this version yet."));
+    EXPECT_THAT(run("DDATTE2"), HasSubstr("The attribute editor isn't part of this version yet."));
+    for (const char* call : {"(c:ddatte)", "(c:_bInsertFile \"C:/a.dwg\" (list 0 0 0))"}) {
+        const std::string printed = run(call);
+        EXPECT_THAT(printed, HasSubstr("isn't part of this version yet.")) << call;
+        EXPECT_THAT(printed, testing::Not(HasSubstr("\nnil"))) << call;
+    }
+    EXPECT_THAT(modelSpace(), IsEmpty());
+}
+
+TEST_F(LoadingTest, DefinesItsFunctionsInEachDocument) {
+    loadModule();
+    const char* const functions[] = {"c:_binsertfile", "c:_bInsert", "C:DDATTE"};
+    for (const char* name : functions)
+        EXPECT_TRUE(knows(name)) << name;
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    for (const char* name : functions)
+        EXPECT_TRUE(knows(name)) << name;
+    ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+    for (const char* name : functions)
+        EXPECT_FALSE(knows(name)) << name;
+}
+
+TEST_F(LoadingTest, OnlyTheDocumentThatIsCurrentAtLoadAndAtUnloadIsWatchedAndLetGo) {
+    AcApDocument* const first = host.documents().curDocument();
+    loadModule();
+    EXPECT_EQ(reactorCount(*first->database()), 1U);
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    EXPECT_EQ(reactorCount(database()), 0U) << "later documents come with the palette";
+    // The second document is current now: unloading must leave nothing of the module with the first one.
+    ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+    EXPECT_EQ(reactorCount(*first->database()), 0U);
+}
+
+TEST_F(LoadingTest, AWatchedDocumentMayClose) {
+    AcApDocument* const first = host.documents().curDocument();
+    loadModule();
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    EXPECT_EQ(host.documents().closeDocument(first), Acad::eOk);
+    EXPECT_EQ(host.documents().documentCount(), 1);
+}
+
+TEST_F(LoadingTest, LoadsWithoutAnyDocument) {
+    host.documents().closeDocument(host.documents().curDocument());
+    loadModule();
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    addBlock("DESK");
+    run("(c:_bInsert \"DESK\" (list 0 0 0))");
+    EXPECT_EQ(modelSpace().size(), 1U);
+}
+
+TEST_F(LoadingTest, UnloadedWhileItsObjectsLiveTheObjectLibraryStays) {
+    loadModule();
+    addBlock("DESK");
+    run("(c:_bInsert \"DESK\" (list 0 0 0))");
+    ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+    EXPECT_EQ(instanceOf("VNDKKeldmoor.arx"), nullptr);
+    EXPECT_NE(instanceOf("VNDKObjectsDbx.dbx"), nullptr);
+    EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(modelSpace()[0])->isA(), VNDKBlockReference::desc());
+    // It comes back to them.
+    loadModule();
+    run("(c:_bInsert \"DESK\" (list 1 0 0))");
+    EXPECT_EQ(modelSpace().size(), 2U);
+}
+
+TEST_F(LoadingTest, UnloadedWithoutObjectsItTakesTheObjectLibraryAlong) {
+    for (int round = 0; round < 3; ++round) {
+        loadModule();
+        EXPECT_NE(instanceOf("VNDKObjectsDbx.dbx"), nullptr);
+        ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+        EXPECT_THAT(host.linker().applications(), IsEmpty());
+        EXPECT_EQ(host.commands().lookupCmd("BLOCKS", "VNDKCOMMANDS"), nullptr);
+    }
+}
+
+} // namespace
