@@ -1,0 +1,127 @@
+#include "batch.h"
+
+#include "console.h"
+#include "dwg/codepage.h"
+#include "ed/host.h"
+#include "utf8.h"
+#include "win32/codepage.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+
+namespace vndk::app {
+
+namespace {
+
+constexpr const char* kObjectLibrary = "VNDKObjectsDbx.dbx";
+constexpr const char* kModule = "VNDKKeldmoor.arx";
+constexpr size_t kLongestScript = size_t{256} << 20; // more isn't a script, or has no end
+
+using host::Host;
+using host::Problem;
+
+/// Reads the whole script. On failure `error` is the system's number.
+std::optional<std::string> readScript(const std::string& path, int& error) {
+    std::FILE* const file = path == "-" ? stdin : std::fopen(path.c_str(), "rb");
+    if (!file) {
+        error = errno;
+        return std::nullopt;
+    }
+    std::string text;
+    char piece[1 << 16];
+    size_t count = 0;
+    while (text.size() <= kLongestScript && (count = std::fread(piece, 1, sizeof piece, file)) > 0)
+        text.append(piece, count);
+    error = std::ferror(file) ? errno : text.size() > kLongestScript ? EFBIG : 0;
+    if (file != stdin)
+        std::fclose(file);
+    if (error != 0)
+        return std::nullopt;
+    return text;
+}
+
+/// Scripts are UTF-8; one that isn't comes from a system of code page 1252 and is taken as it is.
+std::string scriptText(std::string text) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    if (isUtf8(text))
+        text = dwg::textFromUtf8(text.starts_with(kByteOrderMark) ? std::string_view(text).substr(3) : text);
+    if (!text.empty() && text.back() != '\n')
+        text += '\n';
+    return text;
+}
+
+ExitStatus statusOf(const Problem& problem) {
+    return problem.kind == Problem::Kind::DrawingFailed ? kDrawingFailed : kCommandFailed;
+}
+
+bool openDrawing(Host& host, const std::string& drawing) {
+    AcApDocManager& documents = host.documents();
+    Acad::ErrorStatus status = Acad::eOk;
+    if (drawing.empty()) {
+        status = documents.appContextNewDocument(nullptr);
+    } else if (const auto name = win32::fromUtf8(drawing)) {
+        status = documents.appContextOpenDocument(name->c_str());
+    } else {
+        complain("The drawing's name \"" + drawing +
+                 "\" holds a character that isn't in code page 1252. Rename or link the file.");
+        return false;
+    }
+    if (status != Acad::eOk)
+        complain(win32::toUtf8(documents.lastError()));
+    return status == Acad::eOk;
+}
+
+bool load(Host& host, const char* name) {
+    if (host.linker().loadModule(name, false))
+        return true;
+    complain(win32::toUtf8(host.linker().lastError()));
+    return false;
+}
+
+ExitStatus runScript(Host& host, const Options& options, const std::string& text) {
+    const std::string shownName = options.script == "-" ? "standard input" : options.script;
+    ExitStatus worst = kAllWell;
+    host.commandLine().setInvalidAnswers(host::InvalidAnswers::FailCommand);
+    host.commandLine().input().feed(text);
+    for (;;) {
+        const host::StepResult result = host.commandLine().step();
+        if (result.problem) {
+            host.freshLine();
+            complain(shownName + ", line " + std::to_string(result.problem->line) + ": " +
+                     win32::toUtf8(result.problem->message));
+            worst = std::max(worst, statusOf(*result.problem));
+            if (!options.keepGoing)
+                return worst;
+        }
+        if (!result.ran || host.quitRequested())
+            return worst;
+    }
+}
+
+} // namespace
+
+ExitStatus runBatch(Host& host, const Options& options) {
+    int error = 0;
+    auto script = readScript(options.script, error);
+    if (!script) {
+        complain("The script \"" + options.script + "\" can't be read: " + std::strerror(error) + ".");
+        return kWrongUsage;
+    }
+    host.setPrint([](std::string_view text) { writeOut(win32::toUtf8(text)); });
+    // The classes of Intelligent objects are there before a drawing that holds some is read; the module finds its
+    // first drawing open when it starts, as it would in a running host.
+    if (!load(host, kObjectLibrary))
+        return kCommandFailed;
+    if (!openDrawing(host, options.drawing))
+        return kDrawingFailed;
+    if (!load(host, kModule))
+        return kCommandFailed;
+    const ExitStatus status = runScript(host, options, scriptText(std::move(*script)));
+    host.freshLine();
+    return status;
+}
+
+} // namespace vndk::app

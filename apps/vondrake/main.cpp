@@ -1,0 +1,105 @@
+// vondrake: the program's entry. See vondrake.1 for what it does.
+#include "batch.h"
+#include "console.h"
+#include "convert_command.h"
+#include "db/database.h"
+#include "ed/host.h"
+#include "facts.h"
+#include "mfc/winapp.h"
+#include "options.h"
+#include "profile.h"
+#include "win32/codepage.h"
+#include "win32/drive_map.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace vndk::app {
+
+namespace {
+
+constexpr int kShareWithAll = 0x40; // a look at a drawing neither waits for nor keeps out another program
+
+/// The system's path of a drawing whose name was given in either form; nothing, after a complaint, if it has none.
+std::optional<std::string> hostPathOf(const std::string& name) {
+    std::error_code error;
+    if (std::filesystem::exists(name, error))
+        return name;
+    const auto inside = win32::fromUtf8(name);
+    const auto path = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
+    if (!path)
+        complain("\"" + name + "\" can't be a file's name. Give a path on a mapped drive.");
+    return path;
+}
+
+bool mapDrives(const Options& options) {
+    for (const std::string& drive : options.drives) {
+        const win32::Status status = win32::DriveMap::current().mapOption(drive);
+        if (!status.ok()) {
+            complain(status.message());
+            return false;
+        }
+    }
+    return true;
+}
+
+ExitStatus showFacts(host::Host& host, const Options& options) {
+    if (!host.linker().loadModule("VNDKObjectsDbx.dbx", false)) {
+        complain(win32::toUtf8(host.linker().lastError()));
+        return kCommandFailed;
+    }
+    const auto path = hostPathOf(options.drawing);
+    if (!path)
+        return kDrawingFailed;
+    AcDbDatabase database(false, true);
+    if (database.readDwgFile(path->c_str(), kShareWithAll) != Acad::eOk) {
+        complain(database.lastFileError());
+        return kDrawingFailed;
+    }
+    JsonWriter json([](std::string_view piece) { writeOut(piece); });
+    writeFacts(database, readFileStart(*path), json);
+    return kAllWell;
+}
+
+ExitStatus run(const Options& options) {
+    switch (options.task) {
+    case Options::Task::Help:
+        writeOut(helpText());
+        return kAllWell;
+    case Options::Task::Version:
+        writeOut("vondrake " VONDRAKE_VERSION "\n");
+        return kAllWell;
+    case Options::Task::Batch:
+    case Options::Task::Facts:
+        break;
+    }
+    if (!mapDrives(options))
+        return kWrongUsage;
+    CWinApp application;
+    if (!options.profile.empty())
+        application.SetProfileFile(options.profile.c_str());
+    host::Host host;
+    if (options.task == Options::Task::Facts)
+        return showFacts(host, options);
+    Profile profile(application);
+    host.setProfile(&profile);
+    addConvertCommand(host);
+    return runBatch(host, options);
+}
+
+} // namespace
+
+} // namespace vndk::app
+
+int main(int count, char** arguments) {
+    using namespace vndk::app;
+    const auto parsed = parseOptions({arguments + 1, static_cast<size_t>(count > 0 ? count - 1 : 0)});
+    if (const auto* const complaint = std::get_if<std::string>(&parsed)) {
+        complain(*complaint + " Try vondrake --help.");
+        return kWrongUsage;
+    }
+    const ExitStatus status = run(std::get<Options>(parsed));
+    if (!finishOut() && status == kAllWell)
+        return kCommandFailed;
+    return status;
+}

@@ -1,0 +1,141 @@
+#include "options.h"
+
+#include <optional>
+
+namespace vndk::app {
+
+namespace {
+
+using Task = Options::Task;
+
+struct OptionRow {
+    std::string_view name;
+    enum class Value { None, Needed } value;
+    void (*apply)(Options& options, std::string value);
+    std::optional<Task> task; // of those options that say what to do
+};
+
+constexpr auto kNone = OptionRow::Value::None;
+constexpr auto kNeeded = OptionRow::Value::Needed;
+
+constexpr OptionRow kRows[] = {
+    {"--batch", kNeeded, [](Options& o, std::string v) { o.script = std::move(v); }, Task::Batch},
+    {"--facts", kNeeded, [](Options& o, std::string v) { o.drawing = std::move(v); }, Task::Facts},
+    {"--help", kNone, [](Options&, std::string) {}, Task::Help},
+    {"--version", kNone, [](Options&, std::string) {}, Task::Version},
+    {"--keep-going", kNone, [](Options& o, std::string) { o.keepGoing = true; }, {}},
+    {"--drive", kNeeded, [](Options& o, std::string v) { o.drives.push_back(std::move(v)); }, {}},
+    {"--profile", kNeeded, [](Options& o, std::string v) { o.profile = std::move(v); }, {}},
+};
+
+const OptionRow* findRow(std::string_view name) {
+    for (const OptionRow& row : kRows)
+        if (row.name == name)
+            return &row;
+    return nullptr;
+}
+
+class Parser {
+public:
+    explicit Parser(std::span<const char* const> arguments) : rest_(arguments) {}
+
+    std::variant<Options, std::string> parse() {
+        while (complaint_.empty() && !rest_.empty()) {
+            const std::string_view argument = next();
+            if (argument == "--" && !onlyNames_)
+                onlyNames_ = true;
+            else if (!onlyNames_ && argument.size() > 1 && argument[0] == '-')
+                takeOption(argument);
+            else
+                names_.emplace_back(argument);
+        }
+        if (complaint_.empty())
+            finish();
+        if (!complaint_.empty())
+            return complaint_;
+        return options_;
+    }
+
+private:
+    std::string_view next() {
+        const std::string_view argument = rest_.front();
+        rest_ = rest_.subspan(1);
+        return argument;
+    }
+
+    void takeOption(std::string_view argument) {
+        const size_t equals = argument.find('=');
+        const std::string_view name = argument.substr(0, equals);
+        const OptionRow* const row = findRow(name);
+        if (!row)
+            return complain("There is no option " + std::string(name) + ".");
+        std::string value;
+        if (equals != std::string_view::npos) {
+            if (row->value == kNone)
+                return complain("The option " + std::string(name) + " takes no value.");
+            value = argument.substr(equals + 1);
+        } else if (row->value == kNeeded) {
+            if (rest_.empty())
+                return complain("The option " + std::string(name) + " needs a value.");
+            value = next();
+        }
+        if (row->value == kNeeded && value.empty())
+            return complain("The value of the option " + std::string(name) + " is empty.");
+        if (row->task && task_)
+            return complain("Only one of --batch, --facts, --help and --version can be given, and once.");
+        if (row->task)
+            task_ = row->task;
+        row->apply(options_, std::move(value));
+    }
+
+    void finish() {
+        if (!task_)
+            return complain("Say what to do: --batch SCRIPT [DRAWING] or --facts DRAWING.");
+        options_.task = *task_;
+        const size_t most = *task_ == Task::Batch ? 1 : 0;
+        if (names_.size() > most)
+            return complain("\"" + names_[most] + "\" is one argument too many.");
+        if (options_.keepGoing && *task_ != Task::Batch)
+            return complain("The option --keep-going goes with --batch.");
+        if (!names_.empty() && names_[0].empty())
+            return complain("The drawing's name is empty.");
+        if (!names_.empty())
+            options_.drawing = names_[0];
+    }
+
+    void complain(std::string text) { complaint_ = std::move(text); }
+
+    std::span<const char* const> rest_;
+    Options options_;
+    std::optional<Task> task_;
+    std::vector<std::string> names_;
+    std::string complaint_;
+    bool onlyNames_ = false;
+};
+
+} // namespace
+
+std::variant<Options, std::string> parseOptions(std::span<const char* const> arguments) {
+    return Parser(arguments).parse();
+}
+
+std::string_view helpText() {
+    return "Usage: vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
+           "       vondrake --facts DRAWING [OPTION]...\n"
+           "Puts Intelligent Blocks into drawings (.dwg, AC1015).\n"
+           "\n"
+           "  --batch SCRIPT [DRAWING]  run the lines of SCRIPT (- for standard input) at the command line,\n"
+           "                            on DRAWING or else on a new drawing\n"
+           "  --keep-going              go on after a line that failed; the exit status tells of it\n"
+           "  --facts DRAWING           write what is in DRAWING to standard output, as JSON\n"
+           "  --drive LETTER=FOLDER     map a drive letter; may be given more than once\n"
+           "                            (without it: C: is your home folder, Z: the root)\n"
+           "  --profile FILE            keep settings in FILE\n"
+           "  --help                    show this text\n"
+           "  --version                 show the version\n"
+           "\n"
+           "Exit status: 0 all went well; 1 a command or expression failed; 2 wrong arguments;\n"
+           "3 a drawing could not be read or written.\n";
+}
+
+} // namespace vndk::app

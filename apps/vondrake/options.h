@@ -1,0 +1,28 @@
+// What the program was asked to do, from its arguments.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace vndk::app {
+
+struct Options {
+    enum class Task { Batch, Facts, Help, Version };
+    Task task = Task::Help;
+    std::string script;  ///< Batch: its path, "-" for standard input
+    std::string drawing; ///< as it was typed, in either form; empty for none
+    bool keepGoing = false;
+    std::string profile;             ///< path of the system; empty for the usual one
+    std::vector<std::string> drives; ///< "C=/home/me/cad", in the order given
+};
+
+/// The arguments without the program's name; or a sentence that says what is wrong with them.
+std::variant<Options, std::string> parseOptions(std::span<const char* const> arguments);
+
+/// What --help prints.
+std::string_view helpText();
+
+} // namespace vndk::app

@@ -1,0 +1,142 @@
+// One object of a small drawing with other bytes: read, decoded, measured, written. What was written must be readable
+// again, each object as one of its class. The first byte chooses the object, the second whether the rest is its data
+// or changes bits of them.
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "db/block_reference.h"
+#include "db/curves.h"
+#include "db/database.h"
+#include "db/polylines.h"
+#include "db/stub.h"
+#include "db/text.h"
+#include "dwg/bit_writer.h"
+#include "dwg/crc.h"
+#include "dwg/drawing_reader.h"
+#include "dwg/drawing_writer.h"
+#include "dwg/file_writer.h"
+
+using namespace vndk::dwg;
+
+namespace {
+
+AcDbObjectId append(AcDbObjectId block, AcDbEntity* entity) {
+    AcDbObjectId id;
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForWrite);
+    record->appendAcDbEntity(id, entity);
+    entity->close();
+    return id;
+}
+
+/// A drawing with an object of most kinds.
+std::shared_ptr<FileImage> smallDrawing() {
+    AcDbDatabase database;
+    AcDbObjectId block;
+    {
+        const AcDbObjectPointer<AcDbBlockTable> table(database.blockTableId(), AcDb::kForWrite);
+        auto* const record = new AcDbBlockTableRecord;
+        record->setName("B");
+        table->add(block, record);
+        record->close();
+    }
+    append(block, new AcDbAttributeDefinition({1, 1, 0}, "text", "TAG", "prompt"));
+    const AcDbObjectId space = database.modelSpaceId();
+    const AcDbObjectId insert = append(space, new AcDbBlockReference({1, 2, 3}, block));
+    {
+        const AcDbObjectPointer<AcDbBlockReference> open(insert, AcDb::kForWrite);
+        for (const char* const tag : {"A", "B"}) {
+            auto* const attribute = new AcDbAttribute({1, 2, 0}, "value", tag);
+            open->appendAttribute(attribute);
+            attribute->close();
+        }
+    }
+    auto* const flat = new AcDbPolyline;
+    for (unsigned i = 0; i < 3; ++i)
+        flat->addVertexAt(i, {i * 1.5, i * 0.25}, 0.5, i, 2);
+    append(space, flat);
+    append(space, new AcDbText({0, 0, 1}, "a text"));
+    append(space, new AcDbMText);
+    append(space, new AcDbSpline);
+    append(space, new AcDbEllipse);
+    append(space, new AcDb3dPolyline);
+    append(space, new AcDbMInsertBlock);
+    return *FileImage::parse(*writeDrawing(database), "small drawing");
+}
+
+/// A whole record around the data.
+std::vector<uint8_t> framed(std::span<const uint8_t> data) {
+    BitWriter writer;
+    writer.MS(static_cast<uint32_t>(data.size()));
+    writer.bytes(data.data(), data.size());
+    const uint16_t crc = crc16(kCrcSeed, writer.data().data(), writer.data().size());
+    writer.RS(crc);
+    return writer.data();
+}
+
+std::vector<uint8_t> otherData(std::span<const uint8_t> record, bool whole, std::span<const uint8_t> input) {
+    if (whole)
+        return {input.begin(), input.end()};
+    // Small records have a size field of two bytes.
+    std::vector<uint8_t> data(record.begin() + 2, record.end() - 2);
+    for (size_t i = 0; i < std::min(data.size(), input.size()); ++i)
+        data[i] ^= input[i];
+    return data;
+}
+
+/// Opens everything and writes all of it anew.
+std::vector<uint8_t> encodeAll(AcDbDatabase& database) {
+    for (size_t i = 0; i < database.stubs().size(); ++i) {
+        AcDbStub& stub = database.stubs()[i];
+        AcDbObject* const object = database.objectOf(stub);
+        AcDbExtents box;
+        if (const auto* const entity = AcDbEntity::cast(object))
+            entity->getGeomExtents(box);
+        if (const auto* const record = AcDbBlockTableRecord::cast(object))
+            record->entities();
+        if (const auto* const reference = AcDbBlockReference::cast(object))
+            reference->attributes();
+        stub.set(kStubModified);
+    }
+    const auto bytes = writeDrawing(database);
+    if (!bytes)
+        std::abort();
+    return *bytes;
+}
+
+[[noreturn]] void complain(const AcDbStub& stub, const char* what) {
+    std::fprintf(stderr, "object %llX: %s\n", static_cast<unsigned long long>(stub.handle.value()), what);
+    std::abort();
+}
+
+void compare(AcDbDatabase& former, AcDbDatabase& later) {
+    for (AcDbStub& stub : former.stubs()) {
+        AcDbStub* const again = later.findStub(stub.handle);
+        if (stub.has(kStubDecodeFailed) || !again)
+            continue;
+        if (again->has(kStubDecodeFailed) || later.objectOf(*again)->isA() != former.objectOf(stub)->isA())
+            complain(stub, "isn't of its class any more");
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const std::shared_ptr<FileImage> whole = smallDrawing();
+    if (size < 3 || size > 2000)
+        return 0;
+    FileParts parts = partsOf(*whole);
+    ObjectBytes& victim = parts.objects[data[0] % parts.objects.size()];
+    const std::vector<uint8_t> record = framed(otherData(victim.bytes, data[1] & 1, {data + 2, size - 2}));
+    victim.bytes = record;
+    AcDbDatabase first(false), second(false), third(false);
+    if (!readDrawing(first, *writeFile(parts), "damaged"))
+        return 0;
+    const bool again =
+        readDrawing(second, encodeAll(first), "written") && readDrawing(third, encodeAll(second), "again");
+    if (!again)
+        std::abort();
+    encodeAll(third);
+    compare(second, third);
+    return 0;
+}
