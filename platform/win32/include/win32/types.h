@@ -35,6 +35,10 @@ using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
 using LRESULT = LONG_PTR;
 
+using ATOM = WORD;
+using COLORREF = DWORD; // 0x00BBGGRR
+using HRESULT = LONG;
+
 using LPVOID = void*;
 using LPCVOID = const void*;
 using LPSTR = char*;
@@ -60,11 +64,75 @@ using HGLOBAL = HANDLE;
 VNDK_DECLARE_HANDLE(HINSTANCE);
 VNDK_DECLARE_HANDLE(HRSRC);
 VNDK_DECLARE_HANDLE(HWND);
+VNDK_DECLARE_HANDLE(HDC);
+VNDK_DECLARE_HANDLE(HBRUSH);
+VNDK_DECLARE_HANDLE(HPEN);
+VNDK_DECLARE_HANDLE(HFONT);
+VNDK_DECLARE_HANDLE(HBITMAP);
+VNDK_DECLARE_HANDLE(HRGN);
+VNDK_DECLARE_HANDLE(HPALETTE);
+VNDK_DECLARE_HANDLE(HICON);
+VNDK_DECLARE_HANDLE(HMENU);
+VNDK_DECLARE_HANDLE(HACCEL);
+VNDK_DECLARE_HANDLE(HDWP);
+VNDK_DECLARE_HANDLE(HIMAGELIST);
+VNDK_DECLARE_HANDLE(HTREEITEM);
 using HMODULE = HINSTANCE;
+using HCURSOR = HICON; // the platform lets one stand for the other
+using HGDIOBJ = HANDLE; // a pen, brush, font, bitmap, region or palette
 
 /// What a failed FindFirstFileA answers.
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(~UINT_PTR{0});
 
+struct POINT {
+    LONG x;
+    LONG y;
+};
+
+struct POINTS {
+    SHORT x;
+    SHORT y;
+};
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+
+/// Half open: `right` and `bottom` lie outside.
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+using LPPOINT = POINT*;
+using LPSIZE = SIZE*;
+using LPRECT = RECT*;
+using LPCRECT = const RECT*;
+
+constexpr COLORREF RGB(int red, int green, int blue) {
+    return static_cast<COLORREF>((red & 0xFF) | ((green & 0xFF) << 8) | ((blue & 0xFF) << 16));
+}
+constexpr BYTE GetRValue(COLORREF color) { return static_cast<BYTE>(color); }
+constexpr BYTE GetGValue(COLORREF color) { return static_cast<BYTE>(color >> 8); }
+constexpr BYTE GetBValue(COLORREF color) { return static_cast<BYTE>(color >> 16); }
+
+// Calls that take or give text carry an A for 8-bit text. The name without it is the same function.
+#define VNDK_TEXT_CALL(name) inline constexpr auto& name = name##A
+
+constexpr BYTE LOBYTE(DWORD_PTR value) { return static_cast<BYTE>(value & 0xFF); }
+constexpr BYTE HIBYTE(DWORD_PTR value) { return static_cast<BYTE>((value >> 8) & 0xFF); }
+constexpr WORD MAKEWORD(BYTE low, BYTE high) { return static_cast<WORD>(low | (high << 8)); }
 constexpr WORD LOWORD(DWORD_PTR value) { return static_cast<WORD>(value & 0xFFFF); }
 constexpr WORD HIWORD(DWORD_PTR value) { return static_cast<WORD>((value >> 16) & 0xFFFF); }
 constexpr LONG MAKELONG(WORD low, WORD high) { return static_cast<LONG>(low | (static_cast<DWORD>(high) << 16)); }
+constexpr WPARAM MAKEWPARAM(int low, int high) {
+    return static_cast<DWORD>(MAKELONG(static_cast<WORD>(low), static_cast<WORD>(high)));
+}
+constexpr LPARAM MAKELPARAM(int low, int high) { return static_cast<LPARAM>(MAKEWPARAM(low, high)); }
+constexpr LRESULT MAKELRESULT(int low, int high) { return MAKELPARAM(low, high); }
+/// The coordinates of a mouse message; negative ones are kept.
+constexpr int GET_X_LPARAM(LPARAM value) { return static_cast<SHORT>(LOWORD(static_cast<DWORD_PTR>(value))); }
+constexpr int GET_Y_LPARAM(LPARAM value) { return static_cast<SHORT>(HIWORD(static_cast<DWORD_PTR>(value))); }
