@@ -29,6 +29,10 @@ HWND windowOfDC(HDC dc);
 /// Sets pen, brush, font, colours, clip and saved levels back to what createWindowDC gives.
 void resetWindowDC(HDC dc);
 
+/// Moves what was painted through windows' contexts since the last call (bounding rectangles of single calls will do;
+/// in the target's coordinates) into `painted`.
+void collectPainted(Region& painted);
+
 /// A region object that the caller of the published interface owns (DeleteObject).
 HRGN newRegionHandle(Region region);
 /// The region behind a handle; null when there is none. Valid until the object is deleted.
