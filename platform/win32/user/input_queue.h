@@ -16,6 +16,11 @@ bool postInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 /// Pointer as of the last message, in screen coordinates.
 [[nodiscard]] POINT messagePoint();
 
+/// Takes the screen's events into the input queue.
+void collectScreenEvents();
+/// What Desktop::settle does.
+int settleQueue(int limit);
+
 /// One turn of a loop that runs inside a message (moving, menus, scroll bars, dialogs): gets the next message, waiting
 /// for it; false when WM_QUIT came (it is put back) or the desktop is ending. Filters of the kind `filter` (MSGF_*)
 /// have seen it: a message that they ate is passed over.

@@ -90,9 +90,14 @@ struct Window {
     bool paintPending = false; // WM_PAINT went out and nobody has validated since: frame and ground are not sent again
     HDC ownDC = nullptr;
 
-    bool created = false; // WM_CREATE was answered
-    bool destroying = false;
+    std::shared_ptr<void> control; // the object behind a control's window, see controls/control.h
+
+    bool created = false;         // WM_CREATE was answered
+    bool destroying = false;      // DestroyWindow is at work
+    bool sendSizeAndMove = false; // an overlapped window hears its size and place when it is first shown
+    bool hiddenByOwner = false;   // shown again together with its owner
     bool captionActive = false;
+    int pressedButton = 0; // HTCLOSE and the like: the caption button that is drawn pressed
     bool isDialog = false;
 };
 
@@ -110,6 +115,7 @@ LRESULT callProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wPara
 /// A line about what goes wrong in module code or isn't done, once for each text, to stderr: "win32: ...".
 void logOnce(const std::string& text);
 
+/// WS_CHILD without WS_POPUP: coordinates and order count within the parent.
 [[nodiscard]] inline bool isChild(const Window& window) { return (window.style & (WS_CHILD | WS_POPUP)) == WS_CHILD; }
 [[nodiscard]] Window* topLevelOf(Window& window);
 [[nodiscard]] bool isVisible(const Window& window);        // with all its ancestors
@@ -118,6 +124,11 @@ void logOnce(const std::string& text);
 /// The window that the pointer is over at a point of the screen, with its WM_NCHITTEST answer (sent to it and, after
 /// HTTRANSPARENT, to what lies behind). Disabled windows answer HTERROR.
 HWND windowAt(POINT point, LRESULT& hitTest);
+
+/// True for a window of the desktop itself.
+[[nodiscard]] inline bool isTopLevel(const Window& window) {
+    return window.parent != nullptr && window.parent->parent == nullptr;
+}
 
 /// Frame sizes by style, as WM_NCCALCSIZE takes them off: borders, caption, menu bar, scroll bars.
 [[nodiscard]] RECT clientFromWindowRect(const Window& window, const RECT& windowRect);
