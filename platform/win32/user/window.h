@@ -43,7 +43,8 @@ struct ScrollState {
     int trackPosition = 0;
     bool tracking = false;
     UINT disabledArrows = 0; // ESB_*
-    int pressedPart = 0;     // part that is drawn pressed, see scroll_bars.h
+    int pressedPart = 0;     // ScrollPart that is drawn pressed, see controls/scroll_model.h
+    int thumbOffset = -1;    // while the thumb is dragged: pixels from the begin of its way; else -1
 };
 
 enum class ShowState : std::uint8_t { normal, minimized, maximized };
@@ -81,6 +82,7 @@ struct Window {
     std::unique_ptr<Region> shape; // set by SetWindowRgn, relative to windowRect
     ScrollState horizontal;
     ScrollState vertical;
+    bool scrollStateMade = false; // its bars were used before, so they have a state even when the style shows none
 
     // Painting. The update region is in client coordinates, the frame's in window coordinates.
     Region update;
