@@ -28,6 +28,7 @@ constexpr DWORD ERROR_DLL_INIT_FAILED = 1114;
 constexpr DWORD ERROR_RESOURCE_DATA_NOT_FOUND = 1812;
 constexpr DWORD ERROR_RESOURCE_TYPE_NOT_FOUND = 1813;
 constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
+constexpr DWORD ERROR_NOT_ENOUGH_QUOTA = 1816;
 
 /// The code that the last failed call of this thread left. A call that succeeds doesn't clear it unless it says so.
 DWORD GetLastError();
