@@ -3,6 +3,7 @@
 // The controls' classes exist on every desktop from the start; InitCommonControls does nothing and may be called.
 #pragma once
 
+#include "win32/imagelist.h"
 #include "win32/messages.h"
 #include "win32/types.h"
 
@@ -47,8 +48,7 @@ constexpr int I_IMAGENONE = -2;
 constexpr int I_INDENTCALLBACK = -1;
 constexpr int I_CHILDRENCALLBACK = -1;
 
-/// State images and overlays are numbered from 1; 0 means none.
-constexpr UINT INDEXTOOVERLAYMASK(UINT index) { return index << 8; }
+/// State images are numbered from 1; 0 means none.
 constexpr UINT INDEXTOSTATEIMAGEMASK(UINT index) { return index << 12; }
 
 // ---- Custom drawing (NM_CUSTOMDRAW) --------------------------------------------------------------------------------
