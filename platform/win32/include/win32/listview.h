@@ -120,6 +120,7 @@ constexpr UINT LVNI_TORIGHT = 0x0800;
 // LVFINDINFO::flags
 constexpr UINT LVFI_PARAM = 0x0001;
 constexpr UINT LVFI_STRING = 0x0002;
+constexpr UINT LVFI_SUBSTRING = 0x0004; // the same as LVFI_PARTIAL
 constexpr UINT LVFI_PARTIAL = 0x0008;
 constexpr UINT LVFI_WRAP = 0x0020;
 constexpr UINT LVFI_NEARESTXY = 0x0040; // icon and small icon view
@@ -397,13 +398,11 @@ using NMLVDISPINFO = NMLVDISPINFOA;
 using LV_DISPINFO = NMLVDISPINFOA;
 using LPNMLVDISPINFO = NMLVDISPINFOA*;
 
-#pragma pack(push, 1)
 struct NMLVKEYDOWN {
     NMHDR hdr;
     WORD wVKey;
     UINT flags;
 };
-#pragma pack(pop)
 using LV_KEYDOWN = NMLVKEYDOWN;
 using LPNMLVKEYDOWN = NMLVKEYDOWN*;
 

@@ -21,6 +21,8 @@
 #include "win32/gdi.h"
 #include "win32/window.h"
 
+#include <cstring>
+
 inline constexpr LPCSTR WC_TREEVIEWA = "SysTreeView32";
 inline constexpr LPCSTR WC_TREEVIEW = WC_TREEVIEWA;
 
@@ -279,13 +281,11 @@ using NMTVDISPINFO = NMTVDISPINFOA;
 using TV_DISPINFO = NMTVDISPINFOA;
 using LPNMTVDISPINFO = NMTVDISPINFOA*;
 
-#pragma pack(push, 1)
 struct NMTVKEYDOWN {
     NMHDR hdr;
     WORD wVKey;
     UINT flags;
 };
-#pragma pack(pop)
 using TV_KEYDOWN = NMTVKEYDOWN;
 using LPNMTVKEYDOWN = NMTVKEYDOWN*;
 
@@ -319,7 +319,7 @@ inline BOOL TreeView_Expand(HWND tree, HTREEITEM item, UINT code) {
 }
 inline BOOL TreeView_GetItemRect(HWND tree, HTREEITEM item, RECT* rect, BOOL textOnly) {
     if (rect != nullptr)
-        *reinterpret_cast<HTREEITEM*>(rect) = item;
+        std::memcpy(static_cast<void*>(rect), &item, sizeof(item));
     return static_cast<BOOL>(
         SendMessageA(tree, TVM_GETITEMRECT, static_cast<WPARAM>(textOnly), reinterpret_cast<LPARAM>(rect)));
 }
