@@ -12,7 +12,7 @@
 using vndk::win32::ProfileFile;
 using vndk::win32::Status;
 
-IMPLEMENT_DYNAMIC(CWinApp, CObject)
+IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 
 namespace {
 
