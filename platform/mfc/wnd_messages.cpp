@@ -230,6 +230,19 @@ void CWnd::OnMeasureItem(int, MEASUREITEMSTRUCT* item) {
     Default();
 }
 
+int CWnd::OnCompareItem(int, COMPAREITEMSTRUCT* items) {
+    LRESULT result = 0;
+    if (ReflectLastMsg(items->hwndItem, &result) != FALSE)
+        return static_cast<int>(result);
+    return static_cast<int>(Default());
+}
+
+void CWnd::OnDeleteItem(int, DELETEITEMSTRUCT* item) {
+    LRESULT result = 0;
+    if (ReflectLastMsg(item->hwndItem, &result) == FALSE)
+        Default();
+}
+
 HBRUSH CWnd::OnCtlColor(CDC*, CWnd* control, UINT) {
     LRESULT result = 0;
     if (control != nullptr && control->SendChildNotifyLastMsg(&result) != FALSE)

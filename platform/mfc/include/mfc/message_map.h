@@ -354,6 +354,8 @@ BOOL extendedReflectedCommand(CCmdTarget* t, const AFX_CALL& c) {
 #define ON_WM_INITMENUPOPUP() AFX_WM_ENTRY(WM_INITMENUPOPUP, initMenuPopup, OnInitMenuPopup)
 #define ON_WM_DRAWITEM() AFX_WM_ENTRY(WM_DRAWITEM, numberAndPointer, OnDrawItem)
 #define ON_WM_MEASUREITEM() AFX_WM_ENTRY(WM_MEASUREITEM, numberAndPointer, OnMeasureItem)
+#define ON_WM_COMPAREITEM() AFX_WM_ENTRY(WM_COMPAREITEM, numberAndPointer, OnCompareItem)
+#define ON_WM_DELETEITEM() AFX_WM_ENTRY(WM_DELETEITEM, numberAndPointer, OnDeleteItem)
 // One entry stands for WM_CTLCOLORMSGBOX to WM_CTLCOLORSTATIC.
 #define ON_WM_CTLCOLOR() {WM_CTLCOLORMSGBOX, 0, 0, WM_CTLCOLORSTATIC, &afx::color<&ThisClass::OnCtlColor>, nullptr},
 #define ON_WM_CTLCOLOR_REFLECT()                                                                                       \

@@ -275,6 +275,8 @@ protected:
     void OnInitMenuPopup(CMenu*, UINT, BOOL) { Default(); }
     void OnDrawItem(int id, DRAWITEMSTRUCT* item);
     void OnMeasureItem(int id, MEASUREITEMSTRUCT* item);
+    int OnCompareItem(int id, COMPAREITEMSTRUCT* items);
+    void OnDeleteItem(int id, DELETEITEMSTRUCT* item);
     HBRUSH OnCtlColor(CDC*, CWnd* control, UINT);
 
     DECLARE_MESSAGE_MAP()
