@@ -69,6 +69,14 @@ const ResourceTable* resourcesOf(HINSTANCE instance) {
     return at != instances().end() ? at->get() : nullptr;
 }
 
+std::span<const std::uint8_t> resourceAt(const void* start) {
+    for (const auto& table : instances())
+        for (const ResourceEntry& entry : table->entries())
+            if (entry.data.data() == start && !entry.data.empty())
+                return entry.data;
+    return {};
+}
+
 } // namespace vndk::win32
 
 using namespace vndk::win32;

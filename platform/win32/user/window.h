@@ -49,6 +49,8 @@ struct ScrollState {
 
 enum class ShowState : std::uint8_t { normal, minimized, maximized };
 
+struct DialogInfo;
+
 struct Window {
     HWND handle = nullptr;
     WindowClass* windowClass = nullptr;
@@ -96,11 +98,13 @@ struct Window {
 
     bool created = false;         // WM_CREATE was answered
     bool destroying = false;      // DestroyWindow is at work
+    bool destroySent = false;     // WM_DESTROY went out
     bool sendSizeAndMove = false; // an overlapped window hears its size and place when it is first shown
     bool hiddenByOwner = false;   // shown again together with its owner
     bool captionActive = false;
     int pressedButton = 0; // HTCLOSE and the like: the caption button that is drawn pressed
     bool isDialog = false;
+    std::shared_ptr<DialogInfo> dialog; // user/dialog.h; null unless the dialog manager works on the window
 };
 
 struct DesktopState;

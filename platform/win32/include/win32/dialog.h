@@ -46,7 +46,7 @@ constexpr DWORD DS_MODALFRAME = 0x0080;
 constexpr DWORD DS_NOIDLEMSG = 0x0100; // no WM_ENTERIDLE to the owner
 constexpr DWORD DS_SETFOREGROUND = 0x0200;
 constexpr DWORD DS_CONTROL = 0x0400; // a part of another dialog: its controls are tabbed through with that one's
-constexpr DWORD DS_CENTER = 0x0800;  // in the middle of the owner, or of the work area
+constexpr DWORD DS_CENTER = 0x0800;  // in the middle of the work area
 constexpr DWORD DS_CENTERMOUSE = 0x1000;
 constexpr DWORD DS_CONTEXTHELP = 0x2000;
 constexpr DWORD DS_SHELLFONT = DS_SETFONT | DS_FIXEDSYS;
@@ -134,8 +134,8 @@ BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
 /// Number of characters copied, without the closing NUL.
 UINT GetDlgItemTextA(HWND dialog, int id, LPSTR buffer, int size);
 BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
-/// Leading blanks are passed over; anything but digits (and a minus sign, if signed) behind, or a number too large, is
-/// a failure: 0 with *translated FALSE.
+/// Passes over leading blanks and stops at the first character that is no digit. No digit at all, or a number too
+/// large, is a failure: 0 with *translated FALSE.
 UINT GetDlgItemInt(HWND dialog, int id, BOOL* translated, BOOL isSigned);
 LRESULT SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
 VNDK_TEXT_CALL(SetDlgItemText);

@@ -44,4 +44,7 @@ void unregisterInstance(HINSTANCE instance);
 /// The resources of an instance; null when it isn't registered.
 [[nodiscard]] const ResourceTable* resourcesOf(HINSTANCE instance);
 
+/// The bytes of the resource, of whatever instance, that begins at this address; empty when there is none.
+[[nodiscard]] std::span<const std::uint8_t> resourceAt(const void* start);
+
 } // namespace vndk::win32
