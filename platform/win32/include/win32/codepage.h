@@ -21,6 +21,9 @@ namespace vndk::win32 {
 /// The byte for a character; nothing when the code page lacks it.
 [[nodiscard]] std::optional<char> byteFromCharacter(char32_t character);
 
+/// The character that a byte stands for.
+[[nodiscard]] char32_t characterFromByte(char byte);
+
 /// Capital to small letter, also for umlauts and accents.
 [[nodiscard]] char lower1252(char byte);
 [[nodiscard]] char upper1252(char byte);

@@ -336,7 +336,7 @@ struct RGNDATA {
 /// Corners in any order; equal ones give the empty region.
 HRGN CreateRectRgn(int left, int top, int right, int bottom);
 HRGN CreateRectRgnIndirect(const RECT* rect);
-/// The pixels that Ellipse paints with NULL_PEN in a rectangle larger by one.
+/// The pixels that Ellipse covers in that rectangle.
 HRGN CreateEllipticRgn(int left, int top, int right, int bottom);
 HRGN CreateEllipticRgnIndirect(const RECT* rect);
 HRGN CreateRoundRectRgn(int left, int top, int right, int bottom, int ellipseWidth, int ellipseHeight);
@@ -465,15 +465,17 @@ HBITMAP CreateDIBSection(HDC dc, const BITMAPINFO* info, UINT usage, void** bits
 HBITMAP CreateDIBitmap(HDC dc, const BITMAPINFOHEADER* header, DWORD flags, const void* bits, const BITMAPINFO* info,
                        UINT usage);
 
-/// Copies rows into a bitmap. Row 0 is the bottom one, also for rows given from the top; with BI_RLE4 and BI_RLE8
-/// biSizeImage bounds what is read. The number of rows set; 0 on failure.
+/// Copies rows into a bitmap. Row 0 is the first one of the picture that `info` describes: the bottom row, or the top
+/// row when biHeight is negative. Of BI_RLE4 and BI_RLE8 biSizeImage bounds what is read. The number of rows set; 0 on
+/// failure.
 int SetDIBits(HDC dc, HBITMAP bitmap, UINT startRow, UINT rows, const void* bits, const BITMAPINFO* info, UINT usage);
 /// Copies rows out, converted to the format that the header asks for, and fills in the colour table. With null bits
 /// only the header is filled, and, if its biBitCount is 0, with the bitmap's own format. The number of rows; 0 on
 /// failure.
 int GetDIBits(HDC dc, HBITMAP bitmap, UINT startRow, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
-/// Paints `rows` rows of a picture. (sourceX, sourceY) is the lower left corner of the part within the picture. The
-/// number of rows; 0 on failure.
+/// Paints `rows` rows of a picture, of which the first given is `startRow` (as in SetDIBits). (sourceX, sourceY) counts
+/// from the picture's lower left corner, or from the upper left one when its rows come from the top. The number of rows;
+/// 0 on failure.
 int SetDIBitsToDevice(HDC dc, int x, int y, DWORD width, DWORD height, int sourceX, int sourceY, UINT startRow,
                       UINT rows, const void* bits, const BITMAPINFO* info, UINT usage);
 /// Paints a part of a picture in another size; negative sizes mirror. (sourceX, sourceY) counts from the picture's

@@ -187,6 +187,8 @@ HDWP DeferWindowPos(HDWP positions, HWND window, HWND insertAfter, int x, int y,
 BOOL EndDeferWindowPos(HDWP positions);
 BOOL BringWindowToTop(HWND window);
 
+constexpr UINT WPF_SETMINPOSITION = 0x0001;
+constexpr UINT WPF_RESTORETOMAXIMIZED = 0x0002;
 struct WINDOWPLACEMENT {
     UINT length;
     UINT flags;
@@ -197,6 +199,8 @@ struct WINDOWPLACEMENT {
 };
 BOOL GetWindowPlacement(HWND window, WINDOWPLACEMENT* placement);
 BOOL SetWindowPlacement(HWND window, const WINDOWPLACEMENT* placement);
+/// Hides the visible popups that a window owns, or shows those again that were hidden so.
+BOOL ShowOwnedPopups(HWND owner, BOOL show);
 BOOL OpenIcon(HWND window);
 BOOL CloseWindow(HWND window);
 
