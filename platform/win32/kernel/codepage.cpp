@@ -65,6 +65,8 @@ std::string toUtf8(std::string_view text1252) {
     return out;
 }
 
+char32_t characterFromByte(char byte) { return characterOf(static_cast<std::uint8_t>(byte)); }
+
 std::optional<char> byteFromCharacter(char32_t character) {
     if (character < 0x80 || (character >= 0xA0 && character < 0x100))
         return static_cast<char>(character);

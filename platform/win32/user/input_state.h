@@ -16,6 +16,7 @@ namespace vndk::win32 {
 
 /// What came from the screen and waits to be taken.
 struct InputEntry {
+    UINT number = 0; // tells entries apart
     screen::Event event;
     std::string text; // of a key or a character event: what it types, code page 1252
 };
@@ -60,10 +61,10 @@ struct Caret {
 
 struct InputState {
     std::deque<InputEntry> events;
+    UINT nextNumber = 1;
     KeyStates keys{};         // as of the last message taken
     KeyStates keysNow{};      // as of the last event collected
     KeyStates pressed{};      // went down since GetAsyncKeyState was asked last
-    KeyStates heldOnly{};     // counts as down because an event said so, without its own key event
     bool screenTypes = false; // the screen delivers characters, so keys without any type nothing
     bool altAlone = false;    // nothing was pressed since Alt went down
     TakenKey takenKey;
@@ -94,7 +95,12 @@ bool takeInput(MSG& message, const MessageFilter& filter, bool remove);
 /// Notes a key event in a set of states.
 void noteKey(KeyStates& states, UINT key, bool down);
 /// Modifier keys and buttons that an event says are held count as down, until an event says otherwise.
-void noteHeld(InputState& input, KeyStates& states, const screen::Held& held);
+void noteHeld(KeyStates& states, const screen::Held& held);
+/// Left and right Shift, Ctrl and Alt are the same key to programs.
+[[nodiscard]] UINT commonKey(UINT key);
+/// Takes an entry out of the queue; nothing happens when it has gone already.
+void dropEntry(InputState& input, UINT number);
+/// no: it doesn't fit and stays; dropped: it has gone without a message.
 enum class Taken : std::uint8_t { no, yes, dropped };
 Taken takeKey(InputState& input, const InputEntry& entry, MSG& message, const MessageFilter& filter, bool remove);
 
@@ -111,16 +117,24 @@ void showCurrentCursor();
 
 // ---- Caret ---------------------------------------------------------------------------------------------------------
 
+/// Takes the caret off the pixels of a window and its children (null: all windows) until it is resumed as often. False
+/// when there is none there, and nothing to resume.
+[[nodiscard]] bool pauseCaret(const Window* window);
+void resumeCaret();
+
 /// While one of these lives, no caret is on the pixels of a window and its children. A null window stands for all.
 class CaretPause {
 public:
-    explicit CaretPause(const Window* window);
-    ~CaretPause();
+    explicit CaretPause(const Window* window) : paused_(pauseCaret(window)) {}
+    ~CaretPause() {
+        if (paused_)
+            resumeCaret();
+    }
     CaretPause(const CaretPause&) = delete;
     CaretPause& operator=(const CaretPause&) = delete;
 
 private:
-    bool paused_ = false;
+    bool paused_;
 };
 
 } // namespace vndk::win32

@@ -22,6 +22,7 @@ struct HandedContext {
     bool inUse = false;
     std::optional<Region> clip;  // counted from the window's corner, so that it moves along
     bool excludeClip = false;    // the clip is what may not be painted
+    bool caretPaused = false;   // by BeginPaint
     HRGN passedRegion = nullptr; // came with DCX_INTERSECTRGN or DCX_EXCLUDERGN: deleted at the end
 };
 
