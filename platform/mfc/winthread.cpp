@@ -1,4 +1,5 @@
 #include "mfc/dc.h"
+#include "mfc/image_list.h"
 #include "mfc/menu.h"
 #include "mfc/module_state.h"
 #include "mfc/winapp.h"
@@ -62,6 +63,7 @@ BOOL CWinThread::OnIdle(LONG count) {
         CGdiObject::DeleteTempMap();
         CDC::DeleteTempMap();
         CMenu::DeleteTempMap();
+        CImageList::DeleteTempMap();
     }
     return count < 1;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mfc/collections.h"
+#include "mfc/common_controls.h"
 #include "mfc/controls.h"
 #include "mfc/dc.h"
 #include "mfc/dialog.h"
