@@ -1,7 +1,15 @@
 #include "controls/register.h"
 
+#include "controls/button.h"
+#include "controls/scroll_bar.h"
+#include "controls/static.h"
+
 namespace vndk::win32 {
 
-void registerControls() {}
+void registerControls() {
+    registerButton();
+    registerScrollBar();
+    registerStatic();
+}
 
 } // namespace vndk::win32
