@@ -12,6 +12,9 @@ struct ActivationState {
     HWND active = nullptr;
     HWND focus = nullptr;
     bool appActive = false; // WM_ACTIVATEAPP TRUE went out last
+    // Alt and F10 reach for the menu when they go up and no other key came between.
+    bool altAlone = false;
+    bool f10Alone = false;
 };
 
 enum class ActivationCause { program, mouse };

@@ -200,6 +200,7 @@ constexpr int HTBOTTOMLEFT = 16;
 constexpr int HTBOTTOMRIGHT = 17;
 constexpr int HTBORDER = 18;
 constexpr int HTCLOSE = 20;
+constexpr int HTHELP = 21;
 
 // wParam of WM_SYSCOMMAND; its low four bits are the system's own.
 constexpr UINT SC_SIZE = 0xF000;
@@ -214,6 +215,7 @@ constexpr UINT SC_HSCROLL = 0xF080;
 constexpr UINT SC_MOUSEMENU = 0xF090;
 constexpr UINT SC_KEYMENU = 0xF100;
 constexpr UINT SC_RESTORE = 0xF120;
+constexpr UINT SC_CONTEXTHELP = 0xF180;
 
 // wParam of mouse messages.
 constexpr WPARAM MK_LBUTTON = 0x01;
@@ -317,6 +319,19 @@ struct STYLESTRUCT {
     DWORD styleOld;
     DWORD styleNew;
 };
+
+constexpr int HELPINFO_WINDOW = 1;
+constexpr int HELPINFO_MENUITEM = 2;
+/// lParam of WM_HELP.
+struct HELPINFO {
+    UINT cbSize;
+    int iContextType;
+    int iCtrlId;
+    HANDLE hItemHandle; // the window or the menu
+    DWORD_PTR dwContextId;
+    POINT MousePos; // screen coordinates
+};
+using LPHELPINFO = HELPINFO*;
 
 struct NMHDR {
     HWND hwndFrom;

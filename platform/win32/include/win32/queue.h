@@ -57,6 +57,7 @@ constexpr int WH_CALLWNDPROCRET = 12; // lParam: CWPRETSTRUCT*
 constexpr int MSGF_DIALOGBOX = 0;
 constexpr int MSGF_MESSAGEBOX = 1;
 constexpr int MSGF_MENU = 2;
+constexpr int MSGF_MOVE = 3; // moving, sizing, and the buttons of a caption
 constexpr int MSGF_SCROLLBAR = 5;
 constexpr int HC_ACTION = 0;
 constexpr int HCBT_MOVESIZE = 0;
@@ -78,6 +79,18 @@ struct CWPRETSTRUCT {
     WPARAM wParam;
     UINT message;
     HWND hwnd;
+};
+/// lParam of HCBT_CREATEWND. The hook may change place and size.
+struct CBT_CREATEWNDA {
+    CREATESTRUCTA* lpcs;
+    HWND hwndInsertAfter;
+};
+using CBT_CREATEWND = CBT_CREATEWNDA;
+using LPCBT_CREATEWND = CBT_CREATEWND*;
+/// lParam of HCBT_ACTIVATE.
+struct CBTACTIVATESTRUCT {
+    BOOL fMouse;
+    HWND hWndActive; // the one before
 };
 HHOOK SetWindowsHookExA(int kind, HOOKPROC procedure, HINSTANCE instance, DWORD thread);
 BOOL UnhookWindowsHookEx(HHOOK hook);

@@ -1,0 +1,96 @@
+#include "user/desktop_state.h"
+#include "user/hooks.h"
+#include "win32/error.h"
+
+#include <cstdio>
+#include <exception>
+#include <set>
+
+namespace vndk::win32 {
+
+namespace {
+
+// A handler that sends itself messages without end would run out of stack; far below that the sending stops.
+constexpr int depthLimit = 600;
+int depth = 0;
+
+struct DepthGuard {
+    DepthGuard() { ++depth; }
+    ~DepthGuard() { --depth; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
+};
+
+std::string messageName(UINT message) {
+    char buffer[24];
+    std::snprintf(buffer, sizeof buffer, "0x%04X", message);
+    return buffer;
+}
+
+LRESULT sendToAll(UINT message, WPARAM wParam, LPARAM lParam) {
+    const DesktopState* state = currentState();
+    if (state == nullptr || state->root == nullptr)
+        return 0;
+    std::vector<HWND> targets;
+    for (const Window* window : state->root->children)
+        targets.push_back(window->handle);
+    for (const HWND target : targets)
+        send(target, message, wParam, lParam);
+    return TRUE;
+}
+
+} // namespace
+
+void logOnce(const std::string& text) {
+    static std::set<std::string> known;
+    if (known.insert(text).second)
+        std::fprintf(stderr, "win32: %s\n", text.c_str());
+}
+
+LRESULT callProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (procedure == nullptr)
+        return 0;
+    if (depth >= depthLimit) {
+        logOnce("messages are nested too deeply; message " + messageName(message) + " isn't sent");
+        return 0;
+    }
+    const DepthGuard guard;
+    try {
+        return procedure(window, message, wParam, lParam);
+    } catch (const std::exception& error) {
+        logOnce("message " + messageName(message) + " threw an exception: " + error.what());
+    } catch (...) {
+        logOnce("message " + messageName(message) + " threw an exception");
+    }
+    return 0;
+}
+
+LRESULT send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (findWindow(window) == nullptr)
+        return 0;
+    if (hasHooks(WH_CALLWNDPROC)) {
+        CWPSTRUCT sent{lParam, wParam, message, window};
+        callHooks(WH_CALLWNDPROC, HC_ACTION, 0, reinterpret_cast<LPARAM>(&sent));
+    }
+    const Window* target = findWindow(window);
+    if (target == nullptr)
+        return 0;
+    const LRESULT result = callProcedure(target->procedure, window, message, wParam, lParam);
+    if (hasHooks(WH_CALLWNDPROCRET)) {
+        CWPRETSTRUCT answered{result, lParam, wParam, message, window};
+        callHooks(WH_CALLWNDPROCRET, HC_ACTION, 0, reinterpret_cast<LPARAM>(&answered));
+    }
+    return result;
+}
+
+} // namespace vndk::win32
+
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window == HWND_BROADCAST)
+        return vndk::win32::sendToAll(message, wParam, lParam);
+    return vndk::win32::send(window, message, wParam, lParam);
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    return vndk::win32::callProcedure(procedure, window, message, wParam, lParam);
+}
