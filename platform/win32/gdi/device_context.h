@@ -59,12 +59,16 @@ public:
     [[nodiscard]] POINT origin() const { return origin_; }
     /// What painting may touch, in surface points: always inside of the surface's bounds.
     [[nodiscard]] const Region& reach() const;
+    /// The whole surface in device points.
+    [[nodiscard]] RECT deviceBounds() const;
 
     /// Call after `state.clip` has been changed.
     void clipChanged() { reachValid_ = false; }
     /// Call after `state.bitmap` has been changed.
     void bitmapChanged();
-    void moveTo(const Surface& surface, POINT origin, Region visible, HWND window);
+    /// `visible` is in surface points; what lies outside of the surface is left out. Not for memory contexts.
+    void moveTo(const Surface& surface, POINT origin, Region visible);
+    void setWindow(HWND window) { window_ = window; }
     /// Attributes and saved levels as the constructor gives them.
     void reset();
 
@@ -86,6 +90,15 @@ private:
     mutable Region reach_;
     mutable bool reachValid_ = false;
 };
+
+/// Corners in order.
+[[nodiscard]] RECT normalized(const RECT& rect);
+[[nodiscard]] RECT intersected(const RECT& a, const RECT& b);
+[[nodiscard]] constexpr bool isEmptyRect(const RECT& rect) {
+    return rect.left >= rect.right || rect.top >= rect.bottom;
+}
+/// A coordinate brought back to +-2^27, so that sums of several stay within 32 bits.
+[[nodiscard]] int limited(std::int64_t coordinate);
 
 /// Null for a dead handle; sets no error.
 DeviceContext* contextOf(HDC dc);

@@ -7,6 +7,7 @@
 #include "gdi/font_object.h"
 #include "gdi/region.h"
 #include "gdi/surface.h"
+#include "win32/error.h"
 #include "win32/gdi.h"
 
 #include <cstdlib>
@@ -28,7 +29,8 @@ public:
     /// One bit (0 black, 1 white) or 32 bits, top row first. Null when there isn't enough memory.
     /// REQUIRES: width and height from 1.
     static std::unique_ptr<BitmapObject> createDevice(int width, int height, bool monochrome);
-    /// `header` as checked by readDibHeader; biHeight gives the order of rows.
+    /// Zeroed rows in the order that biHeight gives. Null when there isn't enough memory.
+    /// REQUIRES: `header`, `format` and `colors` as parseDib (gdi/dib.h) gives them.
     static std::unique_ptr<BitmapObject> createSection(const BITMAPINFOHEADER& header, const PixelFormat& format,
                                                        ColorTable colors);
     [[nodiscard]] std::unique_ptr<BitmapObject> clone() const;
@@ -46,12 +48,12 @@ public:
     /// The first byte in memory; of `byteCount()`.
     [[nodiscard]] std::uint8_t* bytes() const { return bytes_.get(); }
     [[nodiscard]] std::size_t byteCount() const { return byteCount_; }
-    /// Empty but for sections of up to 8 bits; there it has 2^bits entries.
+    /// Empty but for sections of up to 8 bits; there it has 2^bits entries, and must keep them.
     [[nodiscard]] ColorTable& colors() { return colors_; }
 
 private:
     BitmapObject() = default;
-    bool allocate(int width, int height, const PixelFormat& format, bool bottomUp);
+    bool allocate(int width, int height, const PixelFormat& format);
 
     struct Free {
         void operator()(std::uint8_t* memory) const { std::free(memory); }
@@ -83,10 +85,17 @@ struct GdiObject {
 
 /// Null with ERROR_NOT_ENOUGH_MEMORY when there are too many.
 HGDIOBJ newObject(GdiObject object);
+/// The same for a bitmap; null stays null with ERROR_NOT_ENOUGH_MEMORY.
+HBITMAP newBitmap(std::unique_ptr<BitmapObject> bitmap);
 /// Null for a dead or foreign handle; sets no error.
 GdiObject* findObject(HGDIOBJ handle);
+/// The object if it is of kind T; else null with ERROR_INVALID_HANDLE. T as in objectOf.
+template <typename T>
+T* requireObject(HGDIOBJ handle);
 /// How many objects live, stock objects included: tests find leaks by it.
 std::size_t objectCount();
+/// The monochrome bitmap of 1 x 1 pixel that memory contexts begin with.
+HBITMAP stockBitmap();
 
 /// Null for a handle of no such object; sets no error. T: PenObject, BrushObject, FontObject, BitmapObject or
 /// RegionObject.
@@ -101,6 +110,14 @@ T* objectOf(HGDIOBJ handle) {
     } else {
         return std::get_if<T>(&object->body);
     }
+}
+
+template <typename T>
+T* requireObject(HGDIOBJ handle) {
+    T* object = objectOf<T>(handle);
+    if (object == nullptr)
+        SetLastError(ERROR_INVALID_HANDLE);
+    return object;
 }
 
 /// A solid brush that belongs to the system: DeleteObject leaves it alone. Its colour may be changed in the object.

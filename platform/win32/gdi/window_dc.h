@@ -36,6 +36,7 @@ void collectPainted(Region& painted);
 /// The desktop's pixels and size, for contexts onto the whole screen (CreateDCA) and GetDeviceCaps; to be called again
 /// whenever they change. Contexts made before go on with the new ones. Without it such contexts paint nothing.
 void setScreenTarget(const PixelTarget& target);
+PixelTarget screenTarget();
 
 /// A region object that the caller of the published interface owns (DeleteObject).
 HRGN newRegionHandle(Region region);
