@@ -1,8 +1,11 @@
 #include "frame/commands.h"
 
 #include "ads/ads.h"
+#include "controls/getting_started_dlg.h"
 #include "ed/command_stack.h"
+#include "frame/module.h"
 #include "frame/unavailable.h"
+#include "resources/resource.h"
 #include "rx/registry.h"
 
 namespace {
@@ -28,12 +31,23 @@ const CommandRow g_commandTable[] = {
 
 AcEdCommandStack* CommandStack() { return AcEdCommandStack::cast(acrxSysRegistry()->at("ACAD_REGISTERED_COMMANDS")); }
 
+/// Unless the user has turned the tips off. Without a screen the dialog can't come up, and nothing is shown.
+void ShowTips() {
+    const CWinApp* pApp = AfxGetModuleState()->m_pCurrentWinApp;
+    if (!pApp || pApp->GetProfileInt(LoadResString(IDS_VONDRAKE), "DoNotShow", 0) != 0)
+        return;
+    AfxInitRichEdit();
+    CGettingStartedDlg dlg(CWnd::FromHandle(adsw_acadMainWnd()));
+    dlg.DoModal();
+}
+
 } // namespace
 
 void RegisterCommands() {
     if (AcEdCommandStack* pStack = CommandStack())
         for (const CommandRow& row : g_commandTable)
             pStack->addCommand(kGroup, row.name, row.name, row.flags, row.function, nullptr, -1, nullptr, nullptr);
+    ShowTips();
     acutPrintf("\nVondrake Free version loaded.");
     acutPrintf("\nType BLOCKS to activate the dockable dialog box.");
 }

@@ -3,6 +3,13 @@
 
 #define IDS_VONDRAKE 101
 
+#define IDD_GETTING_STARTED 266
+#define IDC_TIPS_TEXT 269
+#define IDC_DO_NOT_SHOW 270
+
+// The tips, of the type "RTF".
+#define IDR_TIPS 502
+
 // What the module says when it can't do what it was asked for. `%s` is a block's name.
 #define IDS_NO_SUCH_BLOCK 901
 #define IDS_BLOCK_NOT_READABLE 902

@@ -122,8 +122,9 @@ int CListCtrl::InsertColumn(int index, LPCSTR heading, int format, int width, in
 }
 
 CHeaderCtrl* CListCtrl::GetHeaderCtrl() const {
-    // A temporary object is a plain CWnd; the header's members only send messages, so that it may stand for one.
-    return static_cast<CHeaderCtrl*>(FromHandle(reinterpret_cast<HWND>(SendMessage(LVM_GETHEADER))));
+    CWnd* header = FromHandle(reinterpret_cast<HWND>(SendMessage(LVM_GETHEADER)), RUNTIME_CLASS(CHeaderCtrl),
+                              []() -> std::unique_ptr<CWnd> { return std::make_unique<CHeaderCtrl>(); });
+    return static_cast<CHeaderCtrl*>(header);
 }
 
 CImageList* CListCtrl::SetImageList(CImageList* list, int kind) {

@@ -10,6 +10,9 @@
 #include "win32/input.h"
 #include "win32/resources.h"
 
+#include <cstddef>
+#include <cstring>
+
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
@@ -47,7 +50,40 @@ INT_PTR CALLBACK CDialog::DialogProc(HWND window, UINT message, WPARAM, LPARAM) 
 
 LRESULT CDialog::HandleInitDialog(WPARAM, LPARAM) {
     PreInitDialog();
-    return Default();
+    CRect before;
+    GetWindowRect(before);
+    const LRESULT result = Default();
+    CRect after;
+    GetWindowRect(after);
+    // Whoever has placed or shown the dialog by now knows better.
+    if (m_bAutoCenter && m_hWnd != nullptr && before == after && (GetStyle() & (WS_VISIBLE | WS_CHILD)) == 0)
+        CenterWindow();
+    return result;
+}
+
+/// A template that gives no place of its own leaves it to us.
+bool CDialog::WantsCentering(const DLGTEMPLATE* dialogTemplate) {
+    // An extended template begins with version 1 and the mark 0xFFFF; style and place stand further back in it.
+    struct Extended {
+        WORD version;
+        WORD mark;
+        DWORD helpId;
+        DWORD exStyle;
+        DWORD style;
+        WORD items;
+        SHORT x;
+        SHORT y;
+    };
+    Extended extended{};
+    std::memcpy(&extended, dialogTemplate, sizeof(DLGTEMPLATE));
+    DWORD style = dialogTemplate->style;
+    POINT place{dialogTemplate->x, dialogTemplate->y};
+    if (extended.version == 1 && extended.mark == 0xFFFF) {
+        std::memcpy(&extended, dialogTemplate, offsetof(Extended, y) + sizeof extended.y);
+        style = extended.style;
+        place = {extended.x, extended.y};
+    }
+    return (style & (DS_CENTER | DS_CENTERMOUSE | DS_ABSALIGN)) == 0 && place.x == 0 && place.y == 0;
 }
 
 BOOL CDialog::OnInitDialog() {
@@ -65,6 +101,7 @@ BOOL CDialog::OnInitDialog() {
 BOOL CDialog::CreateFrom(HINSTANCE instance, const DLGTEMPLATE* dialogTemplate, HWND parent, LPVOID init) {
     if (dialogTemplate == nullptr)
         return FALSE;
+    m_bAutoCenter = WantsCentering(dialogTemplate);
     HWND window = nullptr;
     bool attached = false;
     {

@@ -33,13 +33,17 @@ CWnd* CWnd::FromHandlePermanent(HWND window) {
 }
 
 CWnd* CWnd::FromHandle(HWND window) {
+    return FromHandle(window, RUNTIME_CLASS(CWnd), [] { return std::make_unique<CWnd>(); });
+}
+
+CWnd* CWnd::FromHandle(HWND window, const CRuntimeClass* wanted, std::unique_ptr<CWnd> (*make)()) {
     if (window == nullptr)
         return nullptr;
     if (CWnd* permanent = FromHandlePermanent(window))
-        return permanent;
+        return permanent->IsKindOf(wanted) != FALSE ? permanent : nullptr;
     std::unique_ptr<CWnd>& temporary = temporaryMap()[window];
-    if (temporary == nullptr) {
-        temporary = std::make_unique<CWnd>();
+    if (temporary == nullptr || temporary->IsKindOf(wanted) == FALSE) {
+        temporary = make();
         temporary->m_hWnd = window;
     }
     return temporary.get();

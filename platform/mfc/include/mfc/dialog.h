@@ -52,10 +52,11 @@ protected:
 
     LPCSTR m_lpszTemplateName = nullptr; ///< a number, or text that must stay valid
     CWnd* m_pParentWnd = nullptr;
-    HWND m_hWndTop = nullptr;
 
 private:
+    bool m_bAutoCenter = false;
     [[nodiscard]] HWND SafeOwner();
+    static bool WantsCentering(const DLGTEMPLATE* dialogTemplate);
     BOOL CreateFrom(HINSTANCE instance, const DLGTEMPLATE* dialogTemplate, HWND parent, LPVOID init);
     static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 };

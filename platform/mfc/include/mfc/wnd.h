@@ -14,6 +14,8 @@
 #include "win32/paint.h"
 #include "win32/window.h"
 
+#include <memory>
+
 class CDataExchange;
 class CDC;
 class CFont;
@@ -49,6 +51,9 @@ public:
     /// Null for null; else see above.
     [[nodiscard]] static CWnd* FromHandle(HWND window);
     [[nodiscard]] static CWnd* FromHandlePermanent(HWND window);
+    /// The same for a class derived from CWnd, whose temporary objects `make` gives; null when the object that is
+    /// attached is none of that class.
+    [[nodiscard]] static CWnd* FromHandle(HWND window, const CRuntimeClass* wanted, std::unique_ptr<CWnd> (*make)());
     static void DeleteTempMap();
     /// The window's messages stay with its own procedure. FALSE when either is attached already.
     BOOL Attach(HWND window);
