@@ -8,7 +8,7 @@ public:
     CSize() : SIZE{0, 0} {}
     CSize(int width, int height) : SIZE{width, height} {}
     CSize(SIZE size) : SIZE(size) {}
-    bool operator==(SIZE other) const { return cx == other.cx && cy == other.cy; }
+    bool operator==(const CSize& other) const { return cx == other.cx && cy == other.cy; }
     CSize operator+(SIZE other) const { return {cx + other.cx, cy + other.cy}; }
     CSize operator-(SIZE other) const { return {cx - other.cx, cy - other.cy}; }
     CSize operator-() const { return {-cx, -cy}; }
@@ -25,7 +25,7 @@ public:
         x += dx;
         y += dy;
     }
-    bool operator==(POINT other) const { return x == other.x && y == other.y; }
+    bool operator==(const CPoint& other) const { return x == other.x && y == other.y; }
     CPoint operator+(SIZE size) const { return {x + size.cx, y + size.cy}; }
     CPoint operator-(SIZE size) const { return {x - size.cx, y - size.cy}; }
     CSize operator-(POINT other) const { return {x - other.x, y - other.y}; }
@@ -69,7 +69,7 @@ public:
     /// Both return FALSE and give the empty rectangle when nothing is left.
     BOOL IntersectRect(LPCRECT a, LPCRECT b);
     BOOL UnionRect(LPCRECT a, LPCRECT b);
-    bool operator==(const RECT& other) const {
+    bool operator==(const CRect& other) const {
         return left == other.left && top == other.top && right == other.right && bottom == other.bottom;
     }
 };
