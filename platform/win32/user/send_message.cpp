@@ -1,5 +1,6 @@
 #include "user/desktop_state.h"
 #include "user/hooks.h"
+#include "user/message_queue.h"
 #include "win32/error.h"
 
 #include <cstdio>
@@ -27,16 +28,12 @@ std::string messageName(UINT message) {
     return buffer;
 }
 
-LRESULT sendToAll(UINT message, WPARAM wParam, LPARAM lParam) {
-    const DesktopState* state = currentState();
-    if (state == nullptr || state->root == nullptr)
-        return 0;
-    std::vector<HWND> targets;
-    for (const Window* window : state->root->children)
-        targets.push_back(window->handle);
-    for (const HWND target : targets)
-        send(target, message, wParam, lParam);
-    return TRUE;
+std::vector<HWND> topLevelWindows() {
+    std::vector<HWND> windows;
+    if (const DesktopState* state = currentState(); state != nullptr && state->root != nullptr)
+        for (const Window* window : state->root->children)
+            windows.push_back(window->handle);
+    return windows;
 }
 
 } // namespace
@@ -86,9 +83,19 @@ LRESULT send(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 } // namespace vndk::win32
 
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (window == HWND_BROADCAST)
-        return vndk::win32::sendToAll(message, wParam, lParam);
-    return vndk::win32::send(window, message, wParam, lParam);
+    if (window != HWND_BROADCAST)
+        return vndk::win32::send(window, message, wParam, lParam);
+    for (const HWND each : vndk::win32::topLevelWindows())
+        vndk::win32::send(each, message, wParam, lParam);
+    return TRUE;
+}
+
+BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (window != HWND_BROADCAST)
+        return vndk::win32::postMessage(window, message, wParam, lParam) ? TRUE : FALSE;
+    for (const HWND each : vndk::win32::topLevelWindows())
+        vndk::win32::postMessage(each, message, wParam, lParam);
+    return TRUE;
 }
 
 LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
