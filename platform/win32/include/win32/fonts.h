@@ -110,7 +110,7 @@ struct TEXTMETRICA {
     LONG tmDescent;
     LONG tmInternalLeading; // what the cell is higher than the em
     LONG tmExternalLeading; // space to the next line's cell
-    LONG tmAveCharWidth;    // of 'x'; "average" is what the platform calls it
+    LONG tmAveCharWidth;    // as the face declares it, at this size
     LONG tmMaxCharWidth;
     LONG tmWeight;
     LONG tmOverhang; // 0
