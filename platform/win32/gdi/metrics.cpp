@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstring>
 #include <optional>
+#include <span>
 
 namespace vndk::win32 {
 
@@ -183,11 +184,9 @@ BOOL refused() {
     return FALSE;
 }
 
-template <std::size_t count>
-std::optional<int> lookUp(const Metric (&table)[count], int index) {
-    const Metric* found =
-        std::find_if(std::begin(table), std::end(table), [=](const Metric& row) { return row.index == index; });
-    return found != std::end(table) ? std::optional(found->value) : std::nullopt;
+std::optional<int> lookUp(std::span<const Metric> table, int index) {
+    const auto found = std::find_if(table.begin(), table.end(), [=](const Metric& row) { return row.index == index; });
+    return found != table.end() ? std::optional(found->value) : std::nullopt;
 }
 
 } // namespace
