@@ -1,5 +1,6 @@
 #include "win32/files.h"
 
+#include "kernel/file_facts.h"
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
 #include "win32/error.h"
@@ -34,21 +35,6 @@ auto findSearch(HANDLE handle) {
 }
 
 bool isDots(std::string_view name) { return name == "." || name == ".."; }
-
-FILETIME fileTime(const timespec& time) {
-    constexpr LONGLONG kSecondsFrom1601To1970 = 11644473600;
-    const auto ticks = static_cast<ULONGLONG>((time.tv_sec + kSecondsFrom1601To1970) * 10'000'000 + time.tv_nsec / 100);
-    return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
-DWORD attributesOf(const struct stat& facts, std::string_view name) {
-    DWORD attributes = S_ISDIR(facts.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
-    if ((facts.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0)
-        attributes |= FILE_ATTRIBUTE_READONLY;
-    if (name.starts_with('.') && !isDots(name))
-        attributes |= FILE_ATTRIBUTE_HIDDEN;
-    return attributes;
-}
 
 // Fills `data` with the next name that is still there; FALSE at the end.
 BOOL step(Search& search, WIN32_FIND_DATAA& data) {
@@ -162,18 +148,36 @@ BOOL FindClose(HANDLE search) {
 }
 
 DWORD GetFileAttributesA(LPCSTR path) {
-    const auto host = path != nullptr ? DriveMap::current().toHost(path) : std::nullopt;
-    if (!host) {
-        if (path == nullptr)
-            SetLastError(ERROR_INVALID_PARAMETER);
+    const auto host = hostPathOf(path);
+    if (!host)
         return INVALID_FILE_ATTRIBUTES;
-    }
     struct stat facts {};
     if (stat(host->c_str(), &facts) != 0) {
-        SetLastError(errorFromErrno(errno));
+        SetLastError(fileError(*host));
         return INVALID_FILE_ATTRIBUTES;
     }
-    return attributesOf(facts, std::string_view(*host).substr(host->rfind('/') + 1));
+    return attributesOf(facts, lastComponent(*host));
+}
+
+BOOL GetFileAttributesExA(LPCSTR path, GET_FILEEX_INFO_LEVELS level, LPVOID data) {
+    const auto host = data != nullptr && level == GetFileExInfoStandard ? hostPathOf(path) : std::nullopt;
+    if (!host) {
+        if (path != nullptr && data == nullptr)
+            SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    struct stat facts {};
+    if (stat(host->c_str(), &facts) != 0)
+        return failed(*host);
+    auto& answer = *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(data);
+    const auto size = S_ISDIR(facts.st_mode) ? 0 : static_cast<ULONGLONG>(facts.st_size);
+    answer = {attributesOf(facts, lastComponent(*host)),
+              fileTime(facts.st_mtim),
+              fileTime(facts.st_atim),
+              fileTime(facts.st_mtim),
+              static_cast<DWORD>(size >> 32),
+              static_cast<DWORD>(size)};
+    return TRUE;
 }
 
 DWORD GetLogicalDrives() {

@@ -40,6 +40,11 @@ DWORD copyList(const std::vector<std::string>& names, LPSTR buffer, DWORD size) 
     return static_cast<DWORD>(all.size() + 1 > size ? size - 2 : length);
 }
 
+std::string withoutBlanksAtEnd(std::string text) {
+    text.resize(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
 } // namespace
 
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size, LPCSTR file) {
@@ -54,7 +59,7 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
     if (key == nullptr)
         return copyList(profile.keys(section), buffer, size);
     const auto value = profile.value(section, key);
-    return copyText(value ? *value : std::string(fallback != nullptr ? fallback : ""), buffer, size);
+    return copyText(value ? *value : withoutBlanksAtEnd(fallback != nullptr ? fallback : ""), buffer, size);
 }
 
 UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file) {
@@ -72,6 +77,46 @@ BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR
         return FALSE;
     }
     const Status status = ProfileFile::change(*path, section, key, value);
+    if (!status.ok())
+        SetLastError(status.code());
+    return status.ok();
+}
+
+DWORD GetPrivateProfileSectionA(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file) {
+    ProfileFile profile;
+    if (buffer == nullptr || size == 0 || section == nullptr) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return 0;
+    }
+    readProfile(file, profile);
+    return copyList(profile.entries(section), buffer, size);
+}
+
+DWORD GetPrivateProfileSectionNamesA(LPSTR buffer, DWORD size, LPCSTR file) {
+    return GetPrivateProfileStringA(nullptr, nullptr, nullptr, buffer, size, file);
+}
+
+BOOL WritePrivateProfileSectionA(LPCSTR section, LPCSTR lines, LPCSTR file) {
+    const auto path = file != nullptr && section != nullptr ? DriveMap::current().toHost(file) : std::nullopt;
+    if (!path) {
+        if (file == nullptr || section == nullptr)
+            SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    ProfileFile profile;
+    Status status = ProfileFile::read(*path, profile);
+    if (status.ok())
+        profile.clearSection(section);
+    if (lines == nullptr)
+        profile.eraseSection(section);
+    for (; status.ok() && lines != nullptr && *lines != '\0'; lines += std::strlen(lines) + 1) {
+        const std::string_view line = lines;
+        const std::size_t sign = line.find('=');
+        if (sign != std::string_view::npos)
+            status = profile.set(section, line.substr(0, sign), line.substr(sign + 1));
+    }
+    if (status.ok())
+        status = profile.write(*path);
     if (!status.ok())
         SetLastError(status.code());
     return status.ok();

@@ -227,6 +227,16 @@ std::vector<std::string> ProfileFile::keys(std::string_view section) const {
     return names;
 }
 
+std::vector<std::string> ProfileFile::entries(std::string_view section) const {
+    std::vector<std::string> found;
+    const Range range = find(section).value_or(Range{0, 0});
+    for (std::size_t at = range.header + 1; at < range.end; ++at)
+        if (const auto name = keyOf(lines_[at]))
+            found.push_back(std::string(*name) + '=' +
+                            std::string(trimmed(std::string_view(lines_[at]).substr(lines_[at].find('=') + 1))));
+    return found;
+}
+
 Status ProfileFile::set(std::string_view section, std::string_view key, std::string_view value) {
     if (!isSection(section) || !isKey(key) || hasControls(value))
         return {ERROR_INVALID_PARAMETER, "A profile cannot keep the value \"" + std::string(key) +
@@ -262,6 +272,11 @@ void ProfileFile::eraseSection(std::string_view section) {
     if (const auto range = find(section))
         lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(range->header),
                      lines_.begin() + static_cast<std::ptrdiff_t>(range->end));
+}
+
+void ProfileFile::clearSection(std::string_view section) {
+    for (const std::string& key : keys(section))
+        erase(section, key);
 }
 
 std::string ProfileFile::text() const {

@@ -2,6 +2,7 @@
 #include "platform/temp_folder.h"
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
+#include "win32/shell.h"
 #include "win32/windows.h"
 
 #include <gmock/gmock.h>
@@ -150,6 +151,133 @@ TEST_F(Files, SearchesTellAttributesTimesAndSizes) {
     EXPECT_TRUE(FindClose(search));
     EXPECT_EQ(GetFileAttributesA("C:\\"), FILE_ATTRIBUTE_DIRECTORY);
     EXPECT_EQ(GetFileAttributesA("C:\\gone"), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(Files, ADrivesRootHasNoDots) {
+    folder.write("a.txt", "");
+    folder.write("plain", "");
+    folder.write("sub/b.txt", "");
+    EXPECT_THAT(found("C:\\*.*"), ElementsAre("a.txt", "plain", "sub"));
+    EXPECT_THAT(found("C:\\sub\\*.*"), ElementsAre(".", "..", "b.txt"));
+    WIN32_FIND_DATAA data;
+    const HANDLE search = FindFirstFileA("\\*", &data);
+    ASSERT_NE(search, INVALID_HANDLE_VALUE) << "the root of the working drive";
+    EXPECT_STRNE(data.cFileName, ".");
+    FindClose(search);
+}
+
+TEST_F(Files, MissingFilesAndMissingFoldersAreToldApart) {
+    const struct {
+        const char* path;
+        DWORD error;
+    } cases[] = {{"C:\\none.txt", ERROR_FILE_NOT_FOUND},
+                 {"C:\\none\\a.txt", ERROR_PATH_NOT_FOUND},
+                 {"Q:\\a.txt", ERROR_INVALID_DRIVE},
+                 {"", ERROR_INVALID_NAME}};
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    for (const auto& row : cases) {
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_EQ(GetFileAttributesA(row.path), 0xFFFFFFFFU) << row.path;
+        EXPECT_EQ(GetLastError(), row.error) << row.path;
+        EXPECT_FALSE(GetFileAttributesExA(row.path, GetFileExInfoStandard, &data)) << row.path;
+        EXPECT_FALSE(DeleteFileA(row.path)) << row.path;
+        EXPECT_FALSE(MoveFileA(row.path, "C:\\x")) << row.path;
+        EXPECT_FALSE(CopyFileA(row.path, "C:\\x", FALSE)) << row.path;
+        EXPECT_EQ(GetLastError(), row.error) << row.path;
+    }
+    EXPECT_EQ(GetFileAttributesA(nullptr), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(Files, FoldersAreMadeAndRemoved) {
+    EXPECT_TRUE(CreateDirectoryA("C:\\New", nullptr));
+    EXPECT_FALSE(CreateDirectoryA("C:\\NEW", nullptr));
+    EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
+    EXPECT_FALSE(CreateDirectoryA("C:\\a\\b", nullptr));
+    EXPECT_EQ(GetLastError(), ERROR_PATH_NOT_FOUND);
+    folder.write("New/file", "x");
+    EXPECT_FALSE(RemoveDirectoryA("C:\\New"));
+    EXPECT_EQ(GetLastError(), ERROR_DIR_NOT_EMPTY);
+    EXPECT_FALSE(DeleteFileA("C:\\New")) << "a folder is no file";
+    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(DeleteFileA("C:\\New\\file"));
+    EXPECT_TRUE(RemoveDirectoryA("C:\\New"));
+}
+
+TEST_F(Files, CopiesAndMovesNeverLoseWhatWasThere) {
+    folder.write("a.txt", "new");
+    folder.write("b.txt", "old");
+    EXPECT_FALSE(CopyFileA("C:\\a.txt", "C:\\b.txt", TRUE));
+    EXPECT_EQ(GetLastError(), ERROR_FILE_EXISTS);
+    EXPECT_FALSE(MoveFileA("C:\\a.txt", "C:\\b.txt"));
+    EXPECT_EQ(GetLastError(), ERROR_ALREADY_EXISTS);
+    EXPECT_EQ(folder.read("b.txt"), "old");
+    EXPECT_TRUE(SetFileAttributesA("C:\\b.txt", FILE_ATTRIBUTE_READONLY));
+    EXPECT_FALSE(CopyFileA("C:\\a.txt", "C:\\b.txt", FALSE));
+    EXPECT_FALSE(DeleteFileA("C:\\b.txt"));
+    EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+    EXPECT_TRUE(SetFileAttributesA("C:\\b.txt", 0));
+    EXPECT_TRUE(CopyFileA("C:\\a.txt", "C:\\b.txt", FALSE));
+    EXPECT_EQ(folder.read("b.txt"), "new");
+    EXPECT_FALSE(CopyFileA("C:\\a.txt", "C:\\A.TXT", FALSE)) << "onto itself";
+    EXPECT_EQ(folder.read("a.txt"), "new");
+    EXPECT_TRUE(MoveFileA("C:\\a.txt", "C:\\A.txt"));
+    EXPECT_THAT(found("C:\\*"), ElementsAre("A.txt", "b.txt")) << "and nothing left over";
+}
+
+TEST_F(Files, TemporaryNamesAreFreeAndTheFileIsMade) {
+    char name[MAX_PATH];
+    char other[MAX_PATH];
+    EXPECT_NE(GetTempFileNameA("C:\\", "abcdef", 0, name), 0u);
+    EXPECT_NE(GetTempFileNameA("C:\\", "abcdef", 0, other), 0u);
+    EXPECT_STRNE(name, other);
+    EXPECT_EQ(std::string(name).substr(0, 6), "C:\\abc");
+    EXPECT_TRUE(std::string(name).ends_with(".tmp"));
+    EXPECT_NE(GetFileAttributesA(name), INVALID_FILE_ATTRIBUTES);
+    EXPECT_EQ(GetTempFileNameA("C:", "x", 0x12AB, name), 0x12ABu);
+    EXPECT_STREQ(name, "C:\\x12AB.tmp");
+    EXPECT_EQ(GetFileAttributesA(name), INVALID_FILE_ATTRIBUTES) << "a number given makes no file";
+    EXPECT_EQ(GetTempFileNameA("C:\\none", "x", 0, name), 0u);
+    EXPECT_EQ(GetLastError(), ERROR_PATH_NOT_FOUND);
+    EXPECT_EQ(GetTempFileNameA(("C:\\" + std::string(300, 'a')).c_str(), "x", 1, name), 0u);
+    EXPECT_EQ(GetTempFileNameA(nullptr, "x", 1, name), 0u);
+}
+
+TEST_F(Files, FullPathsNameTheirLastPart) {
+    char buffer[MAX_PATH];
+    char* part = nullptr;
+    EXPECT_EQ(GetFullPathNameA("C:\\a\\..\\b\\c.txt", MAX_PATH, buffer, &part), 10u);
+    EXPECT_STREQ(buffer, "C:\\b\\c.txt");
+    EXPECT_EQ(part, buffer + 5);
+    EXPECT_EQ(GetFullPathNameA("C:\\b\\", MAX_PATH, buffer, &part), 5u);
+    EXPECT_EQ(part, nullptr);
+    EXPECT_EQ(GetFullPathNameA("C:\\b\\c.txt", 5, buffer, &part), 11u) << "the size it needs";
+    EXPECT_EQ(GetFullPathNameA("Q:\\b", MAX_PATH, buffer, &part), 0u);
+}
+
+TEST_F(Files, DrivesHaveNamesAndKinds) {
+    char roots[200];
+    const DWORD length = GetLogicalDriveStringsA(sizeof roots, roots);
+    EXPECT_EQ(std::string(roots, length + 1), std::string("C:\\\0Z:\\\0\0", 9));
+    EXPECT_EQ(GetLogicalDriveStringsA(4, roots), 9u);
+    EXPECT_EQ(GetDriveTypeA("Q:\\"), DRIVE_NO_ROOT_DIR);
+    EXPECT_EQ(GetDriveTypeA("C:\\sub"), DRIVE_NO_ROOT_DIR);
+    EXPECT_GE(GetDriveTypeA("C:\\"), DRIVE_REMOVABLE);
+    EXPECT_EQ(GetDriveTypeA("c:"), GetDriveTypeA("C:\\"));
+
+    SHFILEINFOA info{};
+    EXPECT_NE(SHGetFileInfoA("C:\\", 0, &info, sizeof info, SHGFI_DISPLAYNAME), 0u);
+    EXPECT_EQ(info.szDisplayName, folder.path().substr(folder.path().rfind('/') + 1) + " (C:)");
+    EXPECT_NE(SHGetFileInfoA("Z:\\", 0, &info, sizeof info, SHGFI_DISPLAYNAME), 0u);
+    EXPECT_STREQ(info.szDisplayName, "File system (Z:)");
+    folder.write("Sub/Plan.dwg", "");
+    EXPECT_NE(SHGetFileInfoA("C:\\SUB\\plan.DWG", 0, &info, sizeof info, SHGFI_DISPLAYNAME | SHGFI_TYPENAME), 0u);
+    EXPECT_STREQ(info.szDisplayName, "Plan.dwg");
+    EXPECT_STREQ(info.szTypeName, "DWG File");
+    EXPECT_NE(SHGetFileInfoA("C:\\sub", 0, &info, sizeof info, SHGFI_ATTRIBUTES), 0u);
+    EXPECT_EQ(info.dwAttributes, SFGAO_FILESYSTEM | SFGAO_FOLDER);
+    EXPECT_EQ(SHGetFileInfoA("C:\\none", 0, &info, sizeof info, SHGFI_DISPLAYNAME), 0u);
+    EXPECT_EQ(SHGetFileInfoA("Q:\\", 0, &info, sizeof info, SHGFI_DISPLAYNAME), 0u);
+    EXPECT_EQ(SHGetFileInfoA("C:\\", 0, &info, 4, SHGFI_DISPLAYNAME), 0u);
 }
 
 TEST(Masks, FitAsOnThePlatform) {

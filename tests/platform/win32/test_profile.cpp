@@ -68,6 +68,31 @@ TEST(Profile, ShortBuffersAreCutAndClosed) {
     EXPECT_EQ(GetPrivateProfileStringA("One", "key", "", buffer, 1, path.c_str()), 0u);
 }
 
+TEST(Profile, ListsLeaveOutWhatIsNoKey) {
+    const TempFolder folder;
+    const std::string path = folder.write("a.ini", "[s]\nname1=\nname2= x \n;c=1\nname4=\nno sign\n[t]\nq=1\n");
+    char buffer[64];
+    EXPECT_EQ(GetPrivateProfileStringA("s", nullptr, "", buffer, sizeof buffer, path.c_str()), 18u);
+    EXPECT_EQ(std::string(buffer, 19), std::string("name1\0name2\0name4\0\0", 19));
+    EXPECT_EQ(GetPrivateProfileSectionA("S", buffer, sizeof buffer, path.c_str()), 22u);
+    EXPECT_EQ(std::string(buffer, 23), std::string("name1=\0name2=x\0name4=\0\0", 23));
+    EXPECT_EQ(GetPrivateProfileSectionA("none", buffer, sizeof buffer, path.c_str()), 0u);
+    EXPECT_EQ(GetPrivateProfileSectionNamesA(buffer, sizeof buffer, path.c_str()), 4u);
+    EXPECT_TRUE(WritePrivateProfileSectionA("s", "b=2\0c=3\0", path.c_str()));
+    EXPECT_EQ(folder.read("a.ini"), "[s]\n;c=1\nno sign\nb=2\nc=3\n[t]\nq=1\n");
+    EXPECT_TRUE(WritePrivateProfileSectionA("s", nullptr, path.c_str()));
+    EXPECT_EQ(folder.read("a.ini"), "[t]\nq=1\n");
+}
+
+TEST(Profile, MissingFilesAndOddDefaultsGiveTheDefault) {
+    char buffer[16] = "kept?";
+    EXPECT_EQ(GetPrivateProfileStringA("s", "k", "", buffer, sizeof buffer, "/nowhere/at/all.ini"), 0u);
+    EXPECT_STREQ(buffer, "");
+    EXPECT_EQ(GetPrivateProfileStringA("s", "k", " two  ", buffer, sizeof buffer, "/nowhere/at/all.ini"), 4u);
+    EXPECT_STREQ(buffer, " two") << "blanks at the end of a default are taken off";
+    EXPECT_EQ(GetPrivateProfileStringA("s", "k", nullptr, buffer, sizeof buffer, nullptr), 0u);
+}
+
 TEST(Profile, HostileFilesReadAsText) {
     for (const std::string& text :
          {std::string("[[[]]=\n=\n;=\n[\n]\n"), std::string(100000, '['), std::string("\0[S]\0k=\0v\n", 10),

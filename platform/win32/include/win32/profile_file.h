@@ -35,6 +35,8 @@ public:
     [[nodiscard]] std::optional<UINT> number(std::string_view section, std::string_view key) const;
     [[nodiscard]] std::vector<std::string> sections() const;
     [[nodiscard]] std::vector<std::string> keys(std::string_view section) const;
+    /// The section's lines as "key=value", without comments and blank lines.
+    [[nodiscard]] std::vector<std::string> entries(std::string_view section) const;
 
     /// Sets a value, adding key and section as needed. Refuses (ERROR_INVALID_PARAMETER) text that would change the
     /// file's structure: control characters other than tab anywhere, ']' in a section, '=' in a key or ';' or '[' at
@@ -42,6 +44,8 @@ public:
     Status set(std::string_view section, std::string_view key, std::string_view value);
     void erase(std::string_view section, std::string_view key);
     void eraseSection(std::string_view section);
+    /// Takes all keys out; the section and its comments stay.
+    void clearSection(std::string_view section);
 
     [[nodiscard]] std::string text() const;
 
