@@ -1,6 +1,7 @@
 #include "controls/register.h"
 
 #include "controls/button.h"
+#include "controls/list_box.h"
 #include "controls/scroll_bar.h"
 #include "controls/static.h"
 
@@ -8,6 +9,7 @@ namespace vndk::win32 {
 
 void registerControls() {
     registerButton();
+    registerListBox();
     registerScrollBar();
     registerStatic();
 }
