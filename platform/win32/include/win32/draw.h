@@ -90,12 +90,10 @@ constexpr UINT DT_NOCLIP = 0x00000100;
 constexpr UINT DT_EXTERNALLEADING = 0x00000200;
 constexpr UINT DT_CALCRECT = 0x00000400;      // measures: right and bottom of the rectangle are set, nothing is painted
 constexpr UINT DT_NOPREFIX = 0x00000800;      // '&' is a character like others
-constexpr UINT DT_INTERNAL = 0x00001000;      // measures with the system's font
 constexpr UINT DT_EDITCONTROL = 0x00002000;   // a last line that is only partly visible isn't painted; words break
 constexpr UINT DT_PATH_ELLIPSIS = 0x00004000; // of what doesn't fit, the middle gives way to "..."
 constexpr UINT DT_END_ELLIPSIS = 0x00008000;  // of what doesn't fit, the end
 constexpr UINT DT_MODIFYSTRING = 0x00010000;  // writes the shortened text to the buffer
-constexpr UINT DT_RTLREADING = 0x00020000;
 constexpr UINT DT_WORD_ELLIPSIS = 0x00040000; // a word that doesn't fit ends in "..."
 constexpr UINT DT_NOFULLWIDTHCHARBREAK = 0x00080000;
 constexpr UINT DT_HIDEPREFIX = 0x00100000; // '&' is taken out, nothing is underlined
@@ -120,8 +118,8 @@ VNDK_TEXT_CALL(DrawText);
 VNDK_TEXT_CALL(DrawTextEx);
 
 /// Paints text in columns. Tab stops are distances from `tabOrigin` in pixels, rising; a single one is the distance of
-/// all; none: every 8 average widths. A negative stop is where the text before it ends. The size of the text, height in
-/// the high word.
+/// all; none: every 8 average widths. Text behind a tab to a negative stop ends there, its sign taken off. The size of
+/// the text, height in the high word.
 LONG TabbedTextOutA(HDC dc, int x, int y, LPCSTR text, int count, int tabCount, const INT* tabs, int tabOrigin);
 DWORD GetTabbedTextExtentA(HDC dc, LPCSTR text, int count, int tabCount, const INT* tabs);
 VNDK_TEXT_CALL(TabbedTextOut);
@@ -172,11 +170,6 @@ constexpr UINT BF_TOPRIGHT = BF_TOP | BF_RIGHT;
 constexpr UINT BF_BOTTOMLEFT = BF_BOTTOM | BF_LEFT;
 constexpr UINT BF_BOTTOMRIGHT = BF_BOTTOM | BF_RIGHT;
 constexpr UINT BF_RECT = BF_LEFT | BF_TOP | BF_RIGHT | BF_BOTTOM;
-constexpr UINT BF_DIAGONAL = 0x0010;
-constexpr UINT BF_DIAGONAL_ENDTOPRIGHT = BF_DIAGONAL | BF_TOP | BF_RIGHT;
-constexpr UINT BF_DIAGONAL_ENDTOPLEFT = BF_DIAGONAL | BF_TOP | BF_LEFT;
-constexpr UINT BF_DIAGONAL_ENDBOTTOMLEFT = BF_DIAGONAL | BF_BOTTOM | BF_LEFT;
-constexpr UINT BF_DIAGONAL_ENDBOTTOMRIGHT = BF_DIAGONAL | BF_BOTTOM | BF_RIGHT;
 constexpr UINT BF_MIDDLE = 0x0800; // fills the inside
 constexpr UINT BF_SOFT = 0x1000;   // as buttons have it
 constexpr UINT BF_ADJUST = 0x2000; // shrinks the rectangle to the inside
@@ -189,7 +182,6 @@ constexpr UINT DFC_CAPTION = 1;
 constexpr UINT DFC_MENU = 2;
 constexpr UINT DFC_SCROLL = 3;
 constexpr UINT DFC_BUTTON = 4;
-constexpr UINT DFC_POPUPMENU = 5;
 
 constexpr UINT DFCS_CAPTIONCLOSE = 0x0000;
 constexpr UINT DFCS_CAPTIONMIN = 0x0001;
