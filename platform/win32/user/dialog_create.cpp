@@ -246,14 +246,14 @@ DialogInfo::~DialogInfo() {
 SIZE dialogUnits(HFONT font) {
     constexpr LPCSTR letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
     constexpr int letterCount = 52;
-    const HDC dc = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(nullptr);
     const HGDIOBJ former = SelectObject(dc, font != nullptr ? font : GetStockObject(SYSTEM_FONT));
     SIZE size{};
     TEXTMETRICA metrics{};
     GetTextExtentPoint32A(dc, letters, letterCount, &size);
     GetTextMetricsA(dc, &metrics);
     SelectObject(dc, former);
-    ReleaseDC(nullptr, dc);
+    DeleteDC(dc);
     // Half the extent of both alphabets is 26 widths; rounded.
     return {(size.cx / (letterCount / 2) + 1) / 2, metrics.tmHeight};
 }

@@ -43,12 +43,8 @@ public:
     ModalLoop(HWND dialog, HWND owner) : dialog_(dialog), owner_(owner), info_(dialogInfo(dialog)) {}
 
     INT_PTR run() {
-        while (running()) {
-            MSG message{};
-            if (PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE) == FALSE && whenIdle())
-                continue;
-            if (!nextModalMessage(message, MSGF_DIALOGBOX))
-                break;
+        MSG message{};
+        while (running() && next(message)) {
             idleTold_ = false;
             // A queue that timers never let run empty must not keep the dialog hidden.
             if (message.message == WM_TIMER)
@@ -63,6 +59,24 @@ public:
 
 private:
     [[nodiscard]] bool running() const { return !info_->ended && IsWindow(dialog_) != FALSE; }
+
+    // The next message that no filter ate. False when the loop has to end.
+    bool next(MSG& message) {
+        while (running()) {
+            if (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) == FALSE) {
+                if (whenIdle())
+                    continue;
+                return nextModalMessage(message, MSGF_DIALOGBOX);
+            }
+            if (message.message == WM_QUIT) {
+                PostQuitMessage(static_cast<int>(message.wParam));
+                return false;
+            }
+            if (CallMsgFilterA(&message, MSGF_DIALOGBOX) == FALSE)
+                return true;
+        }
+        return false;
+    }
 
     void show() {
         if (shown_ || !running())

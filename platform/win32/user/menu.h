@@ -50,6 +50,7 @@ struct Menu {
 
 struct AcceleratorTable {
     std::vector<ACCEL> entries;
+    bool loaded = false; // from resources; shared by all who load it
 };
 
 class MenuTracker;
