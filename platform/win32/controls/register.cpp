@@ -4,6 +4,8 @@
 #include "controls/list_box.h"
 #include "controls/scroll_bar.h"
 #include "controls/static.h"
+#include "user/dialog.h"
+#include "user/menu_popup.h"
 
 namespace vndk::win32 {
 
@@ -12,6 +14,8 @@ void registerControls() {
     registerListBox();
     registerScrollBar();
     registerStatic();
+    registerDialogClass();
+    registerMenuClass();
 }
 
 } // namespace vndk::win32
