@@ -1,6 +1,7 @@
 #include "controls/register.h"
 
 #include "controls/button.h"
+#include "controls/edit.h"
 #include "controls/list_box.h"
 #include "controls/scroll_bar.h"
 #include "controls/static.h"
@@ -11,6 +12,7 @@ namespace vndk::win32 {
 
 void registerControls() {
     registerButton();
+    registerEdit();
     registerListBox();
     registerScrollBar();
     registerStatic();

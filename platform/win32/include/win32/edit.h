@@ -43,8 +43,7 @@ constexpr UINT EM_GETTHUMB = 0x00BE;   // position of the vertical scroll bar
 constexpr UINT EM_LINELENGTH = 0x00C1; // wParam: a character of the line; -1: what the selection leaves of its
                                        // lines
 constexpr UINT EM_REPLACESEL = 0x00C2; // wParam: can be undone, lParam: text
-constexpr UINT EM_GETLINE = 0x00C4;    // wParam: line, lParam: buffer with its size as first WORD; not closed
-                                       // by NUL unless there is room
+constexpr UINT EM_GETLINE = 0x00C4;    // wParam: line, lParam: buffer with its size as first WORD; never closed by NUL
 constexpr UINT EM_LIMITTEXT = 0x00C5;  // wParam: most characters that can be typed; 0: no limit
 constexpr UINT EM_SETLIMITTEXT = EM_LIMITTEXT;
 constexpr UINT EM_CANUNDO = 0x00C6;
