@@ -45,6 +45,8 @@ struct DialogCreation {
     HWND disabledOwner = nullptr; // by the modal loop
 };
 HWND createFromTemplate(const DialogTemplate& dialog, const DialogCreation& creation);
+/// Makes the dialog and waits until it ends; -1 when it can't be made. The owner is disabled meanwhile.
+INT_PTR runDialog(const DialogTemplate& dialog, DialogCreation creation);
 /// Four times the average width and eight times an eighth of the height: what MapDialogRect divides by 4 and 8.
 [[nodiscard]] SIZE dialogUnits(HFONT font);
 /// The rectangle moved so that it lies inside the work area; its upper left corner has precedence.

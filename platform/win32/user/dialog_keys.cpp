@@ -185,6 +185,11 @@ bool handleCharacter(HWND dialog, MSG& message) {
     const LRESULT code = send(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
     if ((code & (DLGC_WANTCHARS | DLGC_WANTMESSAGE)) != 0)
         return false;
+    constexpr WPARAM controlC = 3;
+    if (message.wParam == controlC) {
+        send(dialog, WM_COPY); // Message boxes copy what they say.
+        return true;
+    }
     // A blank presses the button that has the focus, and nothing is marked by it.
     return message.wParam > ' ' && goToMark(dialog, message.hwnd, static_cast<char>(message.wParam));
 }

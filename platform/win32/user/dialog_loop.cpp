@@ -107,6 +107,20 @@ private:
     bool idleTold_ = false;
 };
 
+INT_PTR runBytes(HINSTANCE instance, std::span<const std::uint8_t> bytes, HWND owner, DLGPROC procedure,
+                 LPARAM parameter) {
+    if (owner != nullptr && findWindow(owner) == nullptr)
+        return 0;
+    const auto described = parseDialogTemplate(bytes);
+    if (!described) {
+        SetLastError(ERROR_INVALID_DATA);
+        return notMade;
+    }
+    return runDialog(*described, {instance, owner, procedure, parameter, true, nullptr});
+}
+
+} // namespace
+
 INT_PTR runDialog(const DialogTemplate& described, DialogCreation creation) {
     if (const HWND capture = GetCapture())
         send(capture, WM_CANCELMODE);
@@ -124,20 +138,6 @@ INT_PTR runDialog(const DialogTemplate& described, DialogCreation creation) {
     DestroyWindow(dialog);
     return result;
 }
-
-INT_PTR runBytes(HINSTANCE instance, std::span<const std::uint8_t> bytes, HWND owner, DLGPROC procedure,
-                 LPARAM parameter) {
-    if (owner != nullptr && findWindow(owner) == nullptr)
-        return 0;
-    const auto described = parseDialogTemplate(bytes);
-    if (!described) {
-        SetLastError(ERROR_INVALID_DATA);
-        return notMade;
-    }
-    return runDialog(*described, {instance, owner, procedure, parameter, true, nullptr});
-}
-
-} // namespace
 
 } // namespace vndk::win32
 
