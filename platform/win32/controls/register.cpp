@@ -5,6 +5,8 @@
 #include "controls/list_box.h"
 #include "controls/scroll_bar.h"
 #include "controls/static.h"
+#include "controls/tab_control.h"
+#include "controls/tool_tip.h"
 #include "user/dialog.h"
 #include "user/menu_popup.h"
 
@@ -16,6 +18,8 @@ void registerControls() {
     registerListBox();
     registerScrollBar();
     registerStatic();
+    registerTabControl();
+    registerToolTip();
     registerDialogClass();
     registerMenuClass();
 }
