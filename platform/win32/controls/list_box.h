@@ -35,6 +35,8 @@ protected:
     [[nodiscard]] virtual HWND owner() const { return GetParent(window()); }
     /// The focus item is marked.
     [[nodiscard]] virtual bool showsFocus() const { return focused_; }
+    /// A press wants the focus.
+    virtual void takeFocus();
     virtual Handled handleMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
     // list_box.cpp
@@ -72,11 +74,14 @@ protected:
     /// The last item that is seen whole, from the top one on.
     [[nodiscard]] int lastWholeItem() const;
 
+    [[nodiscard]] int heightOf(int index) const;
+
     // list_box_mouse.cpp
-    enum class DragScroll : std::uint8_t { none, back, forward };
-    [[nodiscard]] DragScroll dragScrollAt(POINT point) const;
-    void watchDragScroll(POINT point);
-    void stopDragScroll();
+    void press(POINT point, WPARAM keys, bool twice);
+    void drag(POINT point);
+    [[nodiscard]] bool tracking() const { return tracking_.active; }
+    /// Without a notification; the capture stays.
+    void stopTracking();
 
 private:
     Handled handleItems(UINT message, WPARAM wParam, LPARAM lParam);
@@ -129,7 +134,6 @@ private:
     void selectionStyleChanged();
 
     // list_box_layout.cpp
-    [[nodiscard]] int heightOf(int index) const;
     [[nodiscard]] int rowsPerColumn() const;
     [[nodiscard]] int itemsPerPage() const;
     [[nodiscard]] int lastTop() const;
@@ -169,11 +173,13 @@ private:
     [[nodiscard]] HFONT usedFont() const;
 
     // list_box_mouse.cpp
-    void press(POINT point, WPARAM keys, bool twice);
+    enum class DragScroll : std::uint8_t { none, back, forward };
     bool pressSelects(int index, WPARAM keys);
     void pressExtended(int index, WPARAM keys);
-    void drag(POINT point);
     void dragTo(int index);
+    [[nodiscard]] DragScroll dragScrollAt(POINT point) const;
+    void watchDragScroll(POINT point);
+    void stopDragScroll();
     void dragTick();
     void release();
 

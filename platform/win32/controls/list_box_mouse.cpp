@@ -50,12 +50,15 @@ ListBox::Handled ListBox::handleMouse(UINT message, WPARAM wParam, LPARAM lParam
     }
 }
 
-void ListBox::press(POINT point, WPARAM keys, bool twice) {
-    if (!focused_) {
+void ListBox::takeFocus() {
+    if (!focused_)
         SetFocus(window());
-        if (!alive())
-            return;
-    }
+}
+
+void ListBox::press(POINT point, WPARAM keys, bool twice) {
+    takeFocus();
+    if (!alive())
+        return;
     const int index = itemAt(point);
     if (index < 0)
         return;
@@ -159,12 +162,16 @@ void ListBox::release() {
     if (!tracking_.active)
         return;
     const WORD notification = tracking_.notification;
-    stopDragScroll();
-    tracking_ = {};
+    stopTracking();
     if (GetCapture() == window())
         ReleaseCapture();
     if (alive() && !hasBits(LBS_NOSEL))
         notifyOwner(notification);
+}
+
+void ListBox::stopTracking() {
+    stopDragScroll();
+    tracking_ = {};
 }
 
 ListBox::DragScroll ListBox::dragScrollAt(POINT point) const {

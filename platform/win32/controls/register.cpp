@@ -1,6 +1,7 @@
 #include "controls/register.h"
 
 #include "controls/button.h"
+#include "controls/combo_box.h"
 #include "controls/edit.h"
 #include "controls/list_box.h"
 #include "controls/scroll_bar.h"
@@ -14,6 +15,7 @@ namespace vndk::win32 {
 
 void registerControls() {
     registerButton();
+    registerComboBox();
     registerEdit();
     registerListBox();
     registerScrollBar();

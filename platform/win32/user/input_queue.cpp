@@ -151,6 +151,8 @@ void collect(DesktopState& state, const Event& event) {
         collectCharacter(state, event);
         break;
     case Event::Kind::resized:
+        setScreenTarget(screenTarget(state));
+        refreshContexts();
         desktopResized();
         break;
     case Event::Kind::deactivated:
@@ -178,6 +180,26 @@ void collectScreenEvents() {
     Event event;
     while (currentState() == state && state->screen.nextEvent(event))
         collect(*state, event);
+}
+
+void repeatPress(UINT message, POINT point) {
+    DesktopState* state = currentState();
+    if (state == nullptr)
+        return;
+    std::deque<InputEntry>& events = state->input->events;
+    const WPARAM keys = heldKeys();
+    Event event;
+    event.kind = Event::Kind::mouseDown;
+    event.time = state->queue->messageTime;
+    event.x = point.x;
+    event.y = point.y;
+    event.button = message == WM_RBUTTONDOWN   ? screen::MouseButton::right
+                   : message == WM_MBUTTONDOWN ? screen::MouseButton::middle
+                                               : screen::MouseButton::left;
+    event.held = {(keys & MK_SHIFT) != 0,   (keys & MK_CONTROL) != 0, GetKeyState(VK_MENU) < 0,
+                  (keys & MK_LBUTTON) != 0, (keys & MK_RBUTTON) != 0, (keys & MK_MBUTTON) != 0};
+    const UINT number = events.empty() ? state->input->nextNumber++ : events.front().number - 1;
+    events.push_front({number, event, {}});
 }
 
 void dropEntry(InputState& input, UINT number) {

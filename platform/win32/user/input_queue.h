@@ -11,6 +11,9 @@ void forgetInput(Window& window);
 void releaseCaptureOf(const Window& window);
 /// Posts without the limit of the queue; the message carries time and pointer of now.
 bool postInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+/// A press that somebody had captured and doesn't want goes the ordinary way: it comes again, before all other input.
+/// WM_LBUTTONDOWN, WM_RBUTTONDOWN or WM_MBUTTONDOWN; the point is on the screen.
+void repeatPress(UINT message, POINT point);
 /// MK_* of what is held as of the last message.
 [[nodiscard]] WPARAM heldKeys();
 /// Pointer as of the last message, in screen coordinates.
