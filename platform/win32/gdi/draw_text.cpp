@@ -118,7 +118,7 @@ int paintLines(DeviceContext& dc, const Font& font, const std::vector<TextLine>&
     return y - room.top;
 }
 
-/// The flags' size; the rectangle is measured, not painted.
+/// DT_CALCRECT: sets the rectangle's size. Answers the height.
 int measureLines(const Font& font, const std::vector<TextLine>& lines, RECT& rect, const TextFormat& format) {
     const int height = limited(static_cast<std::int64_t>(lines.size()) * linePitch(font, format));
     rect.right = limited(std::int64_t{rect.left} + widest(lines) + format.leftMargin + format.rightMargin);
