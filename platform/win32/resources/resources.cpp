@@ -1,5 +1,6 @@
 #include "win32/resources.h"
 
+#include "gdi/icon.h"
 #include "win32/error.h"
 
 #include <algorithm>
@@ -60,8 +61,11 @@ Status registerInstance(std::span<const std::uint8_t> compiledResources, HINSTAN
 }
 
 void unregisterInstance(HINSTANCE instance) {
-    if (const auto at = findInstance(instance); at != instances().end())
-        instances().erase(at);
+    const auto at = findInstance(instance);
+    if (at == instances().end())
+        return;
+    forgetSharedIcons(instance);
+    instances().erase(at);
 }
 
 const ResourceTable* resourcesOf(HINSTANCE instance) {
@@ -117,10 +121,7 @@ int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size) {
         return 0;
     }
     buffer[0] = '\0';
-    if (id > 0xFFFF) {
-        SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
-        return 0;
-    }
+    id &= 0xFFFF; // the upper half doesn't count
     // Sixteen strings share a block; blocks count from 1.
     const HRSRC block = FindResourceA(instance, MAKEINTRESOURCE(id / 16 + 1), RT_STRING);
     if (block == nullptr)

@@ -31,7 +31,6 @@ inline const LPCSTR IDC_WAIT = MAKEINTRESOURCE(32514);
 inline const LPCSTR IDC_CROSS = MAKEINTRESOURCE(32515);
 inline const LPCSTR IDC_UPARROW = MAKEINTRESOURCE(32516);
 inline const LPCSTR IDC_SIZE = MAKEINTRESOURCE(32640);
-inline const LPCSTR IDC_ICON = MAKEINTRESOURCE(32641);
 inline const LPCSTR IDC_SIZENWSE = MAKEINTRESOURCE(32642);
 inline const LPCSTR IDC_SIZENESW = MAKEINTRESOURCE(32643);
 inline const LPCSTR IDC_SIZEWE = MAKEINTRESOURCE(32644);
@@ -63,7 +62,7 @@ struct ICONINFO {
 
 /// The bitmaps are copied; they stay the caller's.
 HICON CreateIconIndirect(const ICONINFO* info);
-/// Masks in rows padded to 2 bytes, top row first. `planes` 1; `bitsPerPixel` as of CreateBitmap.
+/// Masks in rows padded to 2 bytes, top row first. `planes` 1, `bitsPerPixel` 1 or 32.
 HICON CreateIcon(HINSTANCE instance, int width, int height, BYTE planes, BYTE bitsPerPixel, const BYTE* andBits,
                  const BYTE* xorBits);
 HCURSOR CreateCursor(HINSTANCE instance, int hotX, int hotY, int width, int height, const void* andBits,
@@ -103,10 +102,9 @@ constexpr UINT LR_MONOCHROME = 0x0001;
 constexpr UINT LR_LOADFROMFILE = 0x0010;    // the name is a path; the instance must be null
 constexpr UINT LR_LOADTRANSPARENT = 0x0020; // a bitmap of up to 8 bits: its first pixel's colour becomes COLOR_WINDOW
 constexpr UINT LR_DEFAULTSIZE = 0x0040;     // sizes 0 stand for the system's sizes of icons and cursors
-constexpr UINT LR_VGACOLOR = 0x0080;
 constexpr UINT LR_LOADMAP3DCOLORS = 0x1000; // the three grays of a table become 3DSHADOW, 3DFACE, 3DLIGHT
 constexpr UINT LR_CREATEDIBSECTION = 0x2000;
-constexpr UINT LR_SHARED = 0x8000;
+constexpr UINT LR_SHARED = 0x8000; // of icons and cursors in resources
 
 /// Loads a bitmap, icon or cursor. Sizes 0 without LR_DEFAULTSIZE: of a bitmap its own, of icons and cursors that of
 /// the group's first picture. Else the best picture of the group is stretched to that size.

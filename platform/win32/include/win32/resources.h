@@ -31,8 +31,9 @@ LPVOID LockResource(HGLOBAL data);
 /// Size in bytes; 0 when the resource isn't one of that instance.
 DWORD SizeofResource(HINSTANCE instance, HRSRC resource);
 
-/// Copies a string of the string table, cut to `size - 1` characters, and closes it with NUL. Returns the number of
-/// characters copied; 0 (and an empty buffer, if it has room) when the string is missing or empty.
+/// Copies a string of the string table, cut to `size - 1` characters, and closes it with NUL. The upper half of `id`
+/// doesn't count. Returns the number of characters copied; 0 (and an empty buffer, if it has room) when the string is
+/// missing or empty.
 int LoadStringA(HINSTANCE instance, UINT id, LPSTR buffer, int size);
 
 namespace vndk::win32 {
