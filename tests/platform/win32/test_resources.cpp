@@ -48,11 +48,15 @@ TEST_F(Resources, StringsComeInTheCodePage) {
         UINT id;
         int size;
         const char* text;
-    } cases[] = {{101, 1000, "Vondrake"},   {102, 1000, "T\xFCr f\xFCr \x80 5"},
-                 {103, 1000, "say \"so\""}, {4096, 1000, "another block"},
-                 {101, 5, "Vond"},          {101, 1, ""},
-                 {104, 1000, ""},           {5000, 1000, ""},
-                 {0x10065, 1000, ""}};
+    } cases[] = {{101, 1000, "Vondrake"},
+                 {102, 1000, "T\xFCr f\xFCr \x80 5"},
+                 {103, 1000, "say \"so\""},
+                 {4096, 1000, "another block"},
+                 {101, 5, "Vond"},
+                 {101, 1, ""},
+                 {104, 1000, ""},
+                 {5000, 1000, ""},
+                 {0xFFFF0065, 1000, "Vondrake"}};
     for (const auto& row : cases) {
         char buffer[1000] = "old";
         EXPECT_EQ(LoadStringA(instance, row.id, buffer, row.size), static_cast<int>(std::strlen(row.text))) << row.id;
