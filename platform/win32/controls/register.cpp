@@ -3,7 +3,9 @@
 #include "controls/button.h"
 #include "controls/combo_box.h"
 #include "controls/edit.h"
+#include "controls/header_control.h"
 #include "controls/list_box.h"
+#include "controls/list_view.h"
 #include "controls/scroll_bar.h"
 #include "controls/static.h"
 #include "controls/tab_control.h"
@@ -17,7 +19,9 @@ void registerControls() {
     registerButton();
     registerComboBox();
     registerEdit();
+    registerHeaderControl();
     registerListBox();
+    registerListView();
     registerScrollBar();
     registerStatic();
     registerTabControl();
