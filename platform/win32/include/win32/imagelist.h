@@ -33,7 +33,6 @@ constexpr UINT ILD_SELECTED = ILD_BLEND50;
 constexpr UINT ILD_BLEND = ILD_BLEND50;
 constexpr UINT ILD_MASK = 0x0010;  // paints the mask alone
 constexpr UINT ILD_IMAGE = 0x0020; // paints the colours alone, without the mask
-constexpr UINT ILD_ROP = 0x0040;   // with the raster operation of IMAGELISTDRAWPARAMS
 constexpr UINT ILD_OVERLAYMASK = 0x0F00;
 constexpr UINT INDEXTOOVERLAYMASK(UINT index) { return index << 8; }
 
@@ -59,7 +58,7 @@ struct IMAGELISTDRAWPARAMS {
     COLORREF rgbBk; // CLR_NONE, CLR_DEFAULT (the list's) or a colour
     COLORREF rgbFg; // for blends: CLR_NONE (the target's own pixels), CLR_DEFAULT (COLOR_HIGHLIGHT) or a colour
     UINT fStyle;
-    DWORD dwRop; // with ILD_ROP
+    DWORD dwRop; // not used
 };
 
 /// `flags`: a colour depth, and ILC_MASK. Room for `initial` images at first; it grows by `grow` at a time.
@@ -90,11 +89,12 @@ COLORREF ImageList_GetBkColor(HIMAGELIST list);
 /// Appends the images of a bitmap that is a multiple of the list's width wide (a rest doesn't count). 1 bits of the
 /// mask become transparent; in the list's pictures they are black. The index of the first; -1 on failure.
 int ImageList_Add(HIMAGELIST list, HBITMAP image, HBITMAP mask);
-/// Pixels of the colour become transparent, and black: in the list and in the caller's bitmap. CLR_DEFAULT: the colour
-/// of the first pixel.
+/// Pixels of the colour become transparent, and black: in the list and in the caller's bitmap (black also where the
+/// list has no mask). CLR_DEFAULT: the colour of the first pixel.
 int ImageList_AddMasked(HIMAGELIST list, HBITMAP image, COLORREF mask);
 BOOL ImageList_Replace(HIMAGELIST list, int index, HBITMAP image, HBITMAP mask);
-/// Index -1 appends. The icon is stretched to the list's size. The image's index; -1 on failure.
+/// Index -1 appends. The icon is stretched to the list's size; in a list without a mask it stands on the background
+/// colour. The image's index; -1 on failure.
 int ImageList_ReplaceIcon(HIMAGELIST list, int index, HICON icon);
 inline int ImageList_AddIcon(HIMAGELIST list, HICON icon) { return ImageList_ReplaceIcon(list, -1, icon); }
 /// Index -1 removes all: TRUE also when there is none.
