@@ -1,9 +1,6 @@
 // Numbers, text and properties kept with windows and classes.
 #include "user/desktop_state.h"
 #include "user/frame_geometry.h"
-#include "user/input_queue.h"
-#include "user/painting.h"
-#include "user/window_position.h"
 #include "win32/codepage.h"
 #include "win32/error.h"
 #include "win32/input.h"
@@ -323,10 +320,11 @@ BOOL EnableWindow(HWND window, BOOL enable) {
         if (found == nullptr)
             return FALSE;
         found->style |= WS_DISABLED;
-        if (const HWND focus = GetFocus(); focus != nullptr && (focus == window || IsChild(window, focus) != FALSE))
+        // What lies in the window keeps the focus: another window is about to become active.
+        if (GetFocus() == window)
             SetFocus(nullptr);
-        if (Window* still = findWindow(window); still != nullptr)
-            vndk::win32::releaseCaptureOf(*still);
+        if (GetCapture() == window)
+            ReleaseCapture();
         send(window, WM_ENABLE, FALSE, 0);
     }
     return wasDisabled ? TRUE : FALSE;

@@ -15,7 +15,7 @@ namespace vndk::win32 {
 
 namespace {
 
-constexpr UINT noPlaceChange = SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOCLIENTSIZE | SWP_NOCLIENTMOVE;
+constexpr UINT noPlaceChange = SWP_NOSIZE | SWP_NOMOVE | SWP_NOCLIENTSIZE | SWP_NOCLIENTMOVE;
 constexpr UINT stateFlags = SWP_SHOWWINDOW | SWP_HIDEWINDOW | SWP_FRAMECHANGED | SWP_STATECHANGED;
 
 bool isSpecialPlace(HWND insertAfter) {
@@ -45,7 +45,7 @@ void clampPlace(WINDOWPOS& position) {
     position.cy = std::max(clampCoordinate(position.cy), 0);
 }
 
-/// Fills in what isn't to change, and drops flags that ask for what is already so.
+/// Fills in what isn't to change, and drops wishes for what is already so.
 void completePosition(const Window& window, WINDOWPOS& position) {
     clampPlace(position);
     const RECT now = fromScreen(window, window.windowRect);
@@ -60,21 +60,31 @@ void completePosition(const Window& window, WINDOWPOS& position) {
         position.cy = heightOf(now);
     }
     const bool visible = (window.style & WS_VISIBLE) != 0;
-    position.flags &= ~static_cast<UINT>(visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
-    const bool topLevel = !isChild(window);
-    if (topLevel && GetActiveWindow() == window.handle)
-        position.flags |= SWP_NOACTIVATE;
-    if (topLevel && (position.flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) == 0 &&
-        (visible || (position.flags & SWP_SHOWWINDOW) != 0)) {
+    position.flags &= ~(visible ? SWP_SHOWWINDOW : SWP_HIDEWINDOW);
+}
+
+/// What is left to do of the order and the activation. The window isn't told of it.
+struct Order {
+    bool activate = false;
+    bool change = false;
+    HWND insertAfter = HWND_TOP;
+};
+
+Order orderFor(const Window& window, const WINDOWPOS& position) {
+    const bool shown = (position.flags & SWP_HIDEWINDOW) == 0 &&
+                       ((window.style & WS_VISIBLE) != 0 || (position.flags & SWP_SHOWWINDOW) != 0);
+    Order order;
+    order.activate = (position.flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) == 0;
+    order.change = (position.flags & SWP_NOZORDER) == 0;
+    order.insertAfter = position.hwndInsertAfter;
+    if (order.activate && !isChild(window) && shown && GetActiveWindow() != window.handle) {
         // What becomes active comes to the front.
-        if ((position.flags & SWP_NOZORDER) != 0 ||
-            (position.hwndInsertAfter != HWND_TOPMOST && position.hwndInsertAfter != HWND_NOTOPMOST)) {
-            position.flags &= ~SWP_NOZORDER;
-            position.hwndInsertAfter = HWND_TOP;
-        }
+        if (!order.change || (order.insertAfter != HWND_TOPMOST && order.insertAfter != HWND_NOTOPMOST))
+            order.insertAfter = HWND_TOP;
+        order.change = true;
     }
-    if ((position.flags & SWP_NOZORDER) == 0 && inPlace(window, position.hwndInsertAfter))
-        position.flags |= SWP_NOZORDER;
+    order.change = order.change && !inPlace(window, order.insertAfter);
+    return order;
 }
 
 struct Areas {
@@ -117,25 +127,48 @@ void setVisibleBit(Window& window, UINT flags) {
         window.style &= ~WS_VISIBLE;
 }
 
-/// Takes the new areas, the order and the visibility, pixels included.
-void apply(Window& window, const Areas& areas, const WINDOWPOS& position, bool keepPixels) {
-    AreaChange change(window);
-    const int dx = areas.client.left - window.clientRect.left;
-    const int dy = areas.client.top - window.clientRect.top;
-    const bool frameChanged =
-        (position.flags & SWP_FRAMECHANGED) != 0 || widthOf(areas.window) != widthOf(window.windowRect) ||
-        heightOf(areas.window) != heightOf(window.windowRect) ||
-        areas.client.left - areas.window.left != window.clientRect.left - window.windowRect.left ||
-        areas.client.top - areas.window.top != window.clientRect.top - window.windowRect.top;
-    shiftChildren(window, dx, dy);
+void takeAreas(Window& window, const Areas& areas) {
+    shiftChildren(window, areas.client.left - window.clientRect.left, areas.client.top - window.clientRect.top);
     window.windowRect = areas.window;
     window.clientRect = areas.client;
     if (window.showState == ShowState::normal)
         window.normalRect = areas.window;
-    if ((position.flags & SWP_NOZORDER) == 0)
-        reorder(window, position.hwndInsertAfter, (position.flags & SWP_NOOWNERZORDER) == 0);
+}
+
+bool frameDiffers(const Window& window, const Areas& areas) {
+    return widthOf(areas.window) != widthOf(window.windowRect) ||
+           heightOf(areas.window) != heightOf(window.windowRect) ||
+           areas.client.left - areas.window.left != window.clientRect.left - window.windowRect.left ||
+           areas.client.top - areas.window.top != window.clientRect.top - window.windowRect.top;
+}
+
+using AreaChanges = std::vector<std::unique_ptr<AreaChange>>;
+
+/// Owners and owned windows change their places in the order together.
+AreaChanges changesOfGroup(const Window& window) {
+    AreaChanges changes;
+    const HWND root = GetAncestor(window.handle, GA_ROOTOWNER);
+    for (Window* each : window.parent->children)
+        if (each != &window && (each->owner != nullptr || each->handle == root) && (each->style & WS_VISIBLE) != 0 &&
+            GetAncestor(each->handle, GA_ROOTOWNER) == root)
+            changes.push_back(std::make_unique<AreaChange>(*each));
+    return changes;
+}
+
+/// Takes the new areas, the order and the visibility, pixels included.
+void apply(Window& window, const Areas& areas, const WINDOWPOS& position, const Order& order, bool keepPixels) {
+    AreaChange change(window);
+    AreaChanges group;
+    if (order.change && isTopLevel(window))
+        group = changesOfGroup(window);
+    const bool frameChanged = (position.flags & SWP_FRAMECHANGED) != 0 || frameDiffers(window, areas);
+    takeAreas(window, areas);
+    if (order.change)
+        reorder(window, order.insertAfter, (position.flags & SWP_NOOWNERZORDER) == 0);
     setVisibleBit(window, position.flags);
     change.commit(keepPixels, frameChanged, position.flags);
+    for (const auto& each : group)
+        each->commit(true, false, position.flags & SWP_NOREDRAW);
 }
 
 /// Which of the four areas stayed as they were, for WM_WINDOWPOSCHANGED.
@@ -150,9 +183,9 @@ UINT unchangedClient(const Window& window, const Areas& areas) {
     return flags;
 }
 
-void activateAfter(HWND handle, UINT flags) {
+void activateAfter(HWND handle) {
     const Window* window = findWindow(handle);
-    if (window == nullptr || (flags & (SWP_NOACTIVATE | SWP_HIDEWINDOW)) != 0)
+    if (window == nullptr)
         return;
     if (isChild(*window))
         send(handle, WM_CHILDACTIVATE);
@@ -167,7 +200,7 @@ bool askWindow(HWND handle, WINDOWPOS& position) {
     return findWindow(handle) != nullptr;
 }
 
-bool carryOut(HWND handle, WINDOWPOS& position) {
+bool carryOut(HWND handle, WINDOWPOS& position, Order& order) {
     Window* window = findWindow(handle);
     Areas areas{toScreen(*window, {position.x, position.y, position.x + position.cx, position.y + position.cy}), {}};
     bool keepPixels = (position.flags & SWP_NOCOPYBITS) == 0;
@@ -183,7 +216,8 @@ bool carryOut(HWND handle, WINDOWPOS& position) {
                                areas.window.top - window->windowRect.top);
     }
     position.flags |= unchangedClient(*window, areas);
-    apply(*window, areas, position, keepPixels);
+    order = orderFor(*window, position);
+    apply(*window, areas, position, order, keepPixels);
     return true;
 }
 
@@ -211,14 +245,13 @@ bool setWindowPos(HWND handle, HWND insertAfter, int x, int y, int width, int he
     if (!validPlace(*window, position))
         return false;
     completePosition(*window, position);
-    if (!carryOut(handle, position))
+    Order order;
+    if (!carryOut(handle, position, order))
         return true;
-    if ((position.flags & SWP_HIDEWINDOW) != 0)
-        HideCaret(handle);
-    activateAfter(handle, position.flags);
-    if ((position.flags & noPlaceChange) != noPlaceChange || (position.flags & stateFlags) != 0)
-        if (findWindow(handle) != nullptr)
-            send(handle, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&position));
+    if (order.activate)
+        activateAfter(handle);
+    if (order.change || (position.flags & noPlaceChange) != noPlaceChange || (position.flags & stateFlags) != 0)
+        send(handle, WM_WINDOWPOSCHANGED, 0, reinterpret_cast<LPARAM>(&position));
     assertWindows();
     return true;
 }

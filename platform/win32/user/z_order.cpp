@@ -16,6 +16,11 @@ using Order = std::vector<Window*>;
 
 bool isTopmost(const Window& window) { return (window.exStyle & WS_EX_TOPMOST) != 0; }
 
+bool isSpecial(HWND insertAfter) {
+    return insertAfter == HWND_TOP || insertAfter == HWND_BOTTOM || insertAfter == HWND_TOPMOST ||
+           insertAfter == HWND_NOTOPMOST;
+}
+
 Window* ownerOf(const Window& window) { return window.owner != nullptr ? findWindow(window.owner) : nullptr; }
 
 bool ownedBy(const Window& window, const Window& owner) {
@@ -103,17 +108,23 @@ Order reordered(Window& window, HWND insertAfter, bool moveOwners) {
     return order;
 }
 
+/// A window that stops being topmost takes its owners and all that they own along.
+void makeOrdinary(Window& window) {
+    Window* root = &window;
+    for (Window* owner = ownerOf(window); owner != nullptr; owner = ownerOf(*owner))
+        root = owner;
+    setTopmost(groupOf(window.parent->children, *root), false);
+}
+
 void applyTopmost(Window& window, HWND insertAfter) {
     if (!isTopLevel(window))
         return;
-    const Order group = groupOf(window.parent->children, window);
+    const Window* after = isSpecial(insertAfter) ? nullptr : findWindow(insertAfter);
     if (insertAfter == HWND_TOPMOST)
-        setTopmost(group, true);
-    else if (insertAfter == HWND_NOTOPMOST || insertAfter == HWND_BOTTOM)
-        setTopmost(group, false);
-    else if (const Window* after = insertAfter != HWND_TOP ? findWindow(insertAfter) : nullptr; after != nullptr)
-        if (isTopmost(window) && !isTopmost(*after))
-            setTopmost(group, false); // Behind one of the others it can't be topmost any more.
+        setTopmost(groupOf(window.parent->children, window), true);
+    else if (insertAfter == HWND_NOTOPMOST || insertAfter == HWND_BOTTOM || (after != nullptr && !isTopmost(*after)))
+        if (isTopmost(window))
+            makeOrdinary(window);
 }
 
 } // namespace
@@ -137,9 +148,7 @@ bool inPlace(const Window& window, HWND insertAfter) {
         return false;
     if (insertAfter == HWND_NOTOPMOST || (insertAfter == HWND_BOTTOM && isTopmost(window)))
         return !isTopmost(window);
-    const Window* after = insertAfter != HWND_TOP && insertAfter != HWND_BOTTOM && insertAfter != HWND_TOPMOST
-                              ? findWindow(insertAfter)
-                              : nullptr;
+    const Window* after = isSpecial(insertAfter) ? nullptr : findWindow(insertAfter);
     if (after != nullptr && isTopmost(window) && !isTopmost(*after))
         return false;
     return reordered(const_cast<Window&>(window), insertAfter, true) == window.parent->children;
