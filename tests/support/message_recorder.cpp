@@ -192,6 +192,13 @@ void MessageRecorder::watchHooks() {
         cbtHook_ = SetWindowsHookExA(WH_CBT, &MessageRecorder::onCbt, nullptr, GetCurrentThreadId());
 }
 
+void MessageRecorder::onMessage(UINT message, Handler handler) {
+    if (handler)
+        handlers_[message] = std::move(handler);
+    else
+        handlers_.erase(message);
+}
+
 int MessageRecorder::count(UINT message, HWND window) const {
     return static_cast<int>(std::count_if(messages_.begin(), messages_.end(), [&](const RecordedMessage& each) {
         return !each.hook && each.message == message && (window == nullptr || each.window == window);

@@ -81,9 +81,9 @@ public:
     /// Whose messages are the parent's in expectations.
     void setParent(HWND window) { parent_ = window; }
 
-    /// Takes the place of a recorded window's own handling when it answers something.
+    /// Takes the place of a recorded window's own handling when it answers something; null takes it off.
     using Handler = std::function<std::optional<LRESULT>(HWND, UINT, WPARAM, LPARAM)>;
-    void onMessage(UINT message, Handler handler) { handlers_[message] = std::move(handler); }
+    void onMessage(UINT message, Handler handler);
     /// Messages that aren't written down: hit tests, questions about text and icons are left out from the start.
     void ignore(std::initializer_list<UINT> messages) { ignored_.insert(messages.begin(), messages.end()); }
     void notice(std::initializer_list<UINT> messages) {

@@ -278,7 +278,6 @@ TEST_F(WindowCreateTest, WindowCanBeDestroyedFromAnyHandler) {
     for (const UINT message : messages)
         for (const bool topToo : {false, true}) {
             SCOPED_TRACE(nameOfMessage(message) + (topToo ? ", with the top-level window" : ""));
-            recorder.onMessage(message, nullptr);
             const HWND top = create(WS_OVERLAPPEDWINDOW | WS_VISIBLE);
             settle();
             int left = 3;
@@ -296,6 +295,7 @@ TEST_F(WindowCreateTest, WindowCanBeDestroyedFromAnyHandler) {
             settle();
             for (const HWND window : {child, popup, top})
                 DestroyWindow(window);
+            recorder.onMessage(message, nullptr);
             EXPECT_EQ(vndk::win32::verifyWindows(), "");
         }
 }
