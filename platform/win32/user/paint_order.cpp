@@ -150,6 +150,7 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
         return nullptr;
     *paint = {};
     const bool caretPaused = pauseCaret(window);
+    validateParents(*window, invalidOnScreen(*window));
     sendFramePaint(handle);
     window = findWindow(handle);
     if (window == nullptr) {
@@ -157,7 +158,6 @@ HDC BeginPaint(HWND handle, PAINTSTRUCT* paint) {
             resumeCaret();
         return nullptr;
     }
-    validateParents(*window, invalidOnScreen(*window));
     Region clip = std::exchange(window->update, {});
     const bool erase = std::exchange(window->eraseNeeded, false) && !clip.empty();
     window->internalPaint = false;

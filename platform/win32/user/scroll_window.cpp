@@ -43,7 +43,7 @@ Region movePixelsOf(const Scroll& scroll) {
     return touched;
 }
 
-/// Pixels that were out of date are so still, where they lie now.
+/// Pixels that were out of date are so still, where they lie now. What they left is among the uncovered.
 void scrollUpdateRegion(Window& window, const Scroll& scroll) {
     if (window.update.empty())
         return;
@@ -51,9 +51,8 @@ void scrollUpdateRegion(Window& window, const Scroll& scroll) {
     const int top = window.clientRect.top;
     Region invalid = window.update;
     invalid.offset(left, top);
-    const Region arrived = shifted(scroll.area, scroll.dx, scroll.dy) & scroll.clip;
     Region moved = shifted(invalid & scroll.area, scroll.dx, scroll.dy) & scroll.clip;
-    invalid -= arrived;
+    invalid -= (scroll.area | shifted(scroll.area, scroll.dx, scroll.dy)) & scroll.clip;
     invalid |= moved;
     invalid &= Region(window.clientRect);
     invalid.offset(-left, -top);

@@ -1,0 +1,166 @@
+// Random windows are moved, sized, ordered, shown and hidden; each time the picture has to be the one that painting
+// everything from back to front gives.
+#include "support/desktop_fixture.h"
+#include "win32/gdi.h"
+
+#include <random>
+#include <vector>
+
+namespace {
+
+using namespace vndk::test;
+
+// A window whose every pixel follows from its number and the pixel's place in the client area.
+std::uint32_t patternAt(UINT_PTR number, int x, int y) {
+    return static_cast<std::uint32_t>(
+        (number * 0x3D0941 + static_cast<UINT_PTR>(x) * 7 + static_cast<UINT_PTR>(y) * 769) & 0xFFFFFF);
+}
+
+LRESULT CALLBACK patternProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND)
+        return 1;
+    if (message != WM_PAINT)
+        return DefWindowProc(window, message, wParam, lParam);
+    PAINTSTRUCT paint{};
+    const HDC dc = BeginPaint(window, &paint);
+    const auto number = static_cast<UINT_PTR>(GetWindowLongPtr(window, GWLP_USERDATA));
+    for (int y = paint.rcPaint.top; y < paint.rcPaint.bottom; ++y)
+        for (int x = paint.rcPaint.left; x < paint.rcPaint.right; ++x) {
+            const std::uint32_t value = patternAt(number, x, y);
+            SetPixelV(dc, x, y, RGB((value >> 16) & 0xFF, (value >> 8) & 0xFF, value & 0xFF));
+        }
+    EndPaint(window, &paint);
+    return 0;
+}
+
+class AreaRandomTest : public DesktopFixture, public testing::WithParamInterface<unsigned> {
+protected:
+    static constexpr int width = 160;
+    static constexpr int height = 120;
+
+    void SetUp() override {
+        screen.resize(width, height);
+        settle();
+        WNDCLASS windows{};
+        windows.lpfnWndProc = &patternProcedure;
+        windows.lpszClassName = "Pattern";
+        RegisterClass(&windows);
+    }
+
+    int random(int least, int most) { return std::uniform_int_distribution<int>(least, most)(generator); }
+
+    void create() {
+        std::vector<HWND> parents{nullptr};
+        for (const HWND each : all)
+            if (GetParent(each) == nullptr)
+                parents.push_back(each);
+        const HWND parent = parents[static_cast<std::size_t>(random(0, static_cast<int>(parents.size()) - 1))];
+        // Children that may overlap have to keep out of each other's and their parent's way; the others would paint
+        // over each other in an order that nobody promises.
+        const DWORD style = (parent != nullptr ? WS_CHILD : WS_POPUP) | WS_CLIPSIBLINGS | WS_CLIPCHILDREN |
+                            (random(0, 3) != 0 ? WS_VISIBLE : 0);
+        const HWND made = CreateWindow("Pattern", "", style, random(-20, width), random(-20, height), random(0, 90),
+                                       random(0, 70), parent, nullptr, nullptr, nullptr);
+        SetWindowLongPtr(made, GWLP_USERDATA, ++numbers);
+        all.push_back(made);
+    }
+
+    void change() {
+        constexpr UINT quietly = SWP_NOACTIVATE;
+        const HWND window = all[static_cast<std::size_t>(random(0, static_cast<int>(all.size()) - 1))];
+        const HWND other = all[static_cast<std::size_t>(random(0, static_cast<int>(all.size()) - 1))];
+        switch (random(0, 9)) {
+        case 0:
+        case 1:
+        case 2:
+            SetWindowPos(window, nullptr, random(-40, width), random(-40, height), 0, 0,
+                         quietly | SWP_NOSIZE | SWP_NOZORDER);
+            break;
+        case 3:
+            SetWindowPos(window, nullptr, 0, 0, random(0, 90), random(0, 70), quietly | SWP_NOMOVE | SWP_NOZORDER);
+            break;
+        case 4:
+            SetWindowPos(window, random(0, 1) != 0 ? HWND_TOP : HWND_BOTTOM, random(-40, width), random(-40, height),
+                         random(0, 90), random(0, 70), quietly);
+            break;
+        case 5:
+            if (other != window && GetParent(other) == GetParent(window))
+                SetWindowPos(window, other, 0, 0, 0, 0, quietly | SWP_NOMOVE | SWP_NOSIZE);
+            break;
+        case 6:
+        case 7:
+            ShowWindow(window, IsWindowVisible(window) != FALSE ? SW_HIDE : SW_SHOWNA);
+            break;
+        case 8:
+            SetWindowRgn(window, random(0, 1) != 0 ? CreateEllipticRgn(0, 0, random(1, 90), random(1, 70)) : nullptr,
+                         TRUE);
+            break;
+        default:
+            SetWindowPos(window, nullptr, random(-40, width), random(-40, height), random(0, 90), random(0, 70),
+                         quietly | SWP_NOCOPYBITS | SWP_NOZORDER);
+            break;
+        }
+        std::erase_if(all, [](HWND each) { return IsWindow(each) == FALSE; });
+    }
+
+    /// What the pixel should be: that of the topmost visible window there, or the desktop's ground.
+    std::uint32_t expected(int x, int y) {
+        HWND window = GetDesktopWindow();
+        for (HWND inside = window; inside != nullptr;) {
+            window = inside;
+            inside = nullptr;
+            for (HWND child = GetWindow(window, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT))
+                if (covers(child, {x, y})) {
+                    inside = child;
+                    break;
+                }
+        }
+        if (window == GetDesktopWindow())
+            return ground;
+        POINT point{x, y};
+        ScreenToClient(window, &point);
+        return patternAt(static_cast<UINT_PTR>(GetWindowLongPtr(window, GWLP_USERDATA)), point.x, point.y);
+    }
+    static bool covers(HWND window, POINT point) {
+        const RECT rect = windowRect(window);
+        if (IsWindowVisible(window) == FALSE || point.x < rect.left || point.x >= rect.right || point.y < rect.top ||
+            point.y >= rect.bottom)
+            return false;
+        const HRGN shape = CreateRectRgn(0, 0, 0, 0);
+        const bool inside =
+            GetWindowRgn(window, shape) == ERROR || PtInRegion(shape, point.x - rect.left, point.y - rect.top) != FALSE;
+        DeleteObject(shape);
+        return inside;
+    }
+
+    /// The first pixel that is wrong, as text.
+    std::string compare() {
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                if (const std::uint32_t wanted = expected(x, y); pixel(x, y) != wanted)
+                    return std::to_string(x) + ',' + std::to_string(y);
+        return "";
+    }
+
+    std::mt19937 generator{GetParam()};
+    std::vector<HWND> all;
+    LONG_PTR numbers = 0;
+    std::uint32_t ground = 0;
+};
+
+TEST_P(AreaRandomTest, ThePictureIsAlwaysTheWindowsFromBackToFront) {
+    ground = pixel(0, 0);
+    for (int i = 0; i < 6; ++i)
+        create();
+    for (int step = 0; step < 40; ++step) {
+        const int changes = random(1, 3);
+        for (int i = 0; i < changes && !all.empty(); ++i)
+            change();
+        settle();
+        ASSERT_EQ(compare(), "") << "seed " << GetParam() << ", step " << step;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, AreaRandomTest, testing::Range(1U, 13U));
+
+} // namespace
