@@ -16,7 +16,17 @@
 namespace vndk::win32 {
 
 /// The upper four bits of a handle's 32: a handle of one kind is never taken for one of another.
-enum class HandleKind : std::uint32_t { window = 1, dc, gdiObject, icon, menu, imageList, accelerators, positions };
+enum class HandleKind : std::uint32_t {
+    window = 1,
+    dc,
+    gdiObject,
+    icon,
+    menu,
+    imageList,
+    accelerators,
+    positions,
+    treeItem
+};
 
 template <typename T, typename Handle>
 class HandleTable {
