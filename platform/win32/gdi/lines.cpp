@@ -1,6 +1,7 @@
 // The current position, and lines drawn with the pen.
 #include "gdi/pen_paint.h"
 
+#include <array>
 #include <utility>
 #include <vector>
 
@@ -60,7 +61,7 @@ BOOL LineTo(HDC dc, int x, int y) {
     const POINT from = context->toSurface(std::exchange(context->state.position, POINT{x, y}));
     const POINT to = context->toSurface(POINT{x, y});
     if (from.x != to.x || from.y != to.y)
-        PenPaint(*context).polyline(std::vector{from, to});
+        PenPaint(*context).polyline(std::array{from, to});
     return TRUE;
 }
 

@@ -4,6 +4,7 @@
 #include "win32/draw.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
 
 namespace vndk::win32 {
@@ -176,6 +177,20 @@ void paintRect(DeviceContext& dc, const RECT& rect, const BrushObject& brush) {
 
 namespace {
 
+/// A mask that lies within the clip, onto 32 bits.
+void paintWholeMask(const Surface& surface, const BitMask& mask, POINT at, std::uint32_t value) {
+    const unsigned lastBits = 0xFFU << ((8 - mask.width % 8) % 8); // of the row's last byte
+    for (int y = 0; y < mask.height; ++y) {
+        const std::uint8_t* row = mask.bits + std::ptrdiff_t{mask.stride} * y;
+        std::uint32_t* out = surface.row32(at.y + y) + at.x;
+        for (int left = 0; left < mask.width; left += 8) {
+            unsigned bits = left + 8 >= mask.width ? row[left / 8] & lastBits : row[left / 8];
+            for (; bits != 0; bits &= bits - 1)
+                out[left + 7 - std::countr_zero(bits)] = value;
+        }
+    }
+}
+
 /// One row of a mask between two of its columns.
 void paintMaskRow(const Surface& surface, const std::uint8_t* row, RECT columns, POINT at, std::uint32_t pixel) {
     const bool direct = surface.format.bits == 32;
@@ -211,6 +226,11 @@ std::uint32_t blended(std::uint32_t below, std::uint32_t above) {
 
 void paintMask(DeviceContext& dc, const BitMask& mask, POINT at, std::uint32_t pixel) {
     const RECT rect{at.x, at.y, at.x + mask.width, at.y + mask.height};
+    const Surface& surface = dc.surface();
+    if (surface.format.bits == 32 && dc.reach().holds(rect)) {
+        paintWholeMask(surface, mask, at, pixel | surface.format.always);
+        return;
+    }
     eachVisible(dc, rect, [&](const RECT& piece) {
         for (int y = piece.top; y < piece.bottom; ++y)
             paintMaskRow(dc.surface(), mask.bits + std::ptrdiff_t{mask.stride} * (y - at.y),

@@ -22,6 +22,10 @@ struct Steps {
     std::int64_t end;
 };
 
+bool holds(const RECT& rect, POINT point) {
+    return point.x >= rect.left && point.x < rect.right && point.y >= rect.top && point.y < rect.bottom;
+}
+
 Steps intersected(Steps a, Steps b) { return {std::max(a.first, b.first), std::min(a.end, b.end)}; }
 
 /// A line taken apart into steps: each one moves a pixel along the longer axis, and now and then one along the shorter.
@@ -29,7 +33,7 @@ Steps intersected(Steps a, Steps b) { return {std::max(a.first, b.first), std::m
 /// the line's direction.
 class LineSteps {
 public:
-    LineSteps(POINT from, POINT to) : from_(from) {
+    LineSteps(POINT from, POINT to) : from_(from), to_(to) {
         const std::int64_t dx = std::int64_t{to.x} - from.x;
         const std::int64_t dy = std::int64_t{to.y} - from.y;
         alongX_ = std::abs(dx) >= std::abs(dy);
@@ -40,6 +44,8 @@ public:
 
     /// The steps whose pixels lie in the rectangle.
     [[nodiscard]] Steps within(const RECT& rect) const {
+        if (holds(rect, from_) && holds(rect, to_))
+            return {0, length_};
         const int from = alongX_ ? from_.x : from_.y;
         const int fromAcross = alongX_ ? from_.y : from_.x;
         const int low = alongX_ ? rect.left : rect.top;
@@ -52,27 +58,43 @@ public:
                            across(std::int64_t{lowAcross} - fromAcross, std::int64_t{highAcross} - fromAcross));
     }
 
-    /// `plot(x, y, step)` for each step. REQUIRES: not empty.
-    template <typename Plot>
-    void walk(Steps steps, Plot plot) const {
-        const std::int64_t scaled = 2 * steps.first * rise_ - length_;
-        std::int64_t shift = ceilDivide(scaled, 2 * length_);
-        std::int64_t rest = shift * 2 * length_ - scaled; // from 0 to less than 2 * length
-        std::int64_t place = steps.first * forward_;
-        for (std::int64_t step = steps.first; step < steps.end; ++step, place += forward_) {
-            if (alongX_)
-                plot(static_cast<int>(from_.x + place), static_cast<int>(from_.y + shift), step);
-            else
-                plot(static_cast<int>(from_.x + shift), static_cast<int>(from_.y + place), step);
-            rest -= 2 * rise_;
-            if (rest < 0) {
-                rest += 2 * length_;
-                ++shift;
-            } else if (rest >= 2 * length_) {
-                rest -= 2 * length_;
-                --shift;
-            }
+    /// Goes along the steps one by one. Without a branch, for whether the line shifts is hard to foresee.
+    class Walker {
+    public:
+        Walker(const LineSteps& line, std::int64_t first) : full_(2 * line.length_), part_(2 * std::abs(line.rise_)) {
+            const std::int64_t scaled = 2 * first * line.rise_ - line.length_;
+            // A line's first pixel has no shift: its scaled place is half a length below it.
+            const std::int64_t shift = first == 0 ? 0 : ceilDivide(scaled, full_);
+            const std::int64_t rest = shift * full_ - scaled; // from 0 to less than `full_`
+            left_ = line.rise_ >= 0 ? rest : full_ - 1 - rest;
+            const auto along = static_cast<int>(first * line.forward_);
+            const auto across = static_cast<int>(shift);
+            place_ = line.alongX_ ? POINT{line.from_.x + along, line.from_.y + across}
+                                  : POINT{line.from_.x + across, line.from_.y + along};
         }
+
+        /// Of the first step.
+        [[nodiscard]] POINT place() const { return place_; }
+        /// Takes a step; all ones when the line shifts with it, else 0.
+        std::int64_t advance() {
+            left_ -= part_;
+            const std::int64_t shifts = left_ >> 63;
+            left_ += shifts & full_;
+            return shifts;
+        }
+
+    private:
+        std::int64_t full_;
+        std::int64_t part_;
+        std::int64_t left_; // until the next shift
+        POINT place_;
+    };
+
+    /// What a step adds, and what a shift adds to it.
+    [[nodiscard]] POINT stepBy() const { return alongX_ ? POINT{forward_, 0} : POINT{0, forward_}; }
+    [[nodiscard]] POINT shiftBy() const {
+        const int side = rise_ < 0 ? -1 : 1;
+        return alongX_ ? POINT{0, side} : POINT{side, 0};
     }
 
 private:
@@ -88,11 +110,44 @@ private:
     }
 
     POINT from_;
+    POINT to_;
     bool alongX_;
     int forward_;
     std::int64_t length_;
     std::int64_t rise_;
 };
+
+/// REQUIRES: a surface of 32 bits, and steps whose pixels lie within it.
+void mixLine(const Surface& surface, const LineSteps& line, Steps steps, PixelMix mix) {
+    const std::uint32_t keep = mix.keep & ~surface.format.always;
+    const std::uint32_t flip = mix.flip | surface.format.always;
+    const std::ptrdiff_t rowStep = surface.stride / 4;
+    const auto offsetOf = [rowStep](POINT by) { return by.y * rowStep + by.x; };
+    LineSteps::Walker walker(line, steps.first);
+    std::uint32_t* top = surface.row32(0);
+    std::ptrdiff_t at = offsetOf(walker.place());
+    const std::ptrdiff_t along = offsetOf(line.stepBy());
+    const std::ptrdiff_t across = offsetOf(line.shiftBy());
+    for (std::int64_t step = steps.first; step < steps.end; ++step) {
+        top[at] = (top[at] & keep) ^ flip;
+        at += along + (walker.advance() & across);
+    }
+}
+
+/// `plot(place, step)` for each of the steps.
+template <typename Plot>
+void plotLine(const LineSteps& line, Steps steps, Plot plot) {
+    LineSteps::Walker walker(line, steps.first);
+    const POINT along = line.stepBy();
+    const POINT across = line.shiftBy();
+    POINT place = walker.place();
+    for (std::int64_t step = steps.first; step < steps.end; ++step) {
+        plot(place, step);
+        const int shifts = static_cast<int>(walker.advance());
+        place.x += along.x + (shifts & across.x);
+        place.y += along.y + (shifts & across.y);
+    }
+}
 
 /// Lengths of dashes and gaps in turn, spelt out by pixel.
 std::vector<std::uint8_t> spellOut(std::initializer_list<int> lengths) {
@@ -137,13 +192,13 @@ PenPaint::PenPaint(const DeviceContext& context) : context_(context) {
                       : mixOf(R2_NOP, 0);
 }
 
-void PenPaint::plot(int x, int y, std::int64_t step) const {
+void PenPaint::plot(POINT place, std::int64_t step) const {
     const bool inDash =
         !dashed() ||
         dashes_[static_cast<std::size_t>((phase_ + step) % static_cast<std::int64_t>(dashes_.size()))] != 0;
     const PixelMix mix = inDash ? mix_ : gapMix_;
     if (!mix.nothing())
-        mixPixels(context_.surface(), x, y, 1, mix);
+        mixPixels(context_.surface(), place.x, place.y, 1, mix);
 }
 
 void PenPaint::polyline(std::span<const POINT> points) {
@@ -175,7 +230,7 @@ void PenPaint::pixels(std::span<const POINT> points) {
     const Region& reach = context_.reach();
     for (const POINT& point : points) {
         if (reach.contains(point))
-            plot(point.x, point.y, 0);
+            plot(point, 0);
         ++phase_;
     }
 }
@@ -211,8 +266,6 @@ void PenPaint::sloping(POINT from, POINT to) {
         return;
     const LineSteps line(from, to);
     const Surface& surface = context_.surface();
-    const std::uint32_t keep = mix_.keep & ~surface.format.always;
-    const std::uint32_t flip = mix_.flip | surface.format.always;
     const int top = std::min(from.y, to.y);
     const int bottom = std::max(from.y, to.y) + 1;
     for (const RECT& part : context_.reach().rectsBetween(top, bottom)) {
@@ -220,12 +273,9 @@ void PenPaint::sloping(POINT from, POINT to) {
         if (steps.first >= steps.end)
             continue;
         if (surface.format.bits == 32 && !dashed())
-            line.walk(steps, [&](int x, int y, std::int64_t /*step*/) {
-                std::uint32_t& pixel = surface.row32(y)[x];
-                pixel = (pixel & keep) ^ flip;
-            });
+            mixLine(surface, line, steps, mix_);
         else
-            line.walk(steps, [this](int x, int y, std::int64_t step) { plot(x, y, step); });
+            plotLine(line, steps, [this](POINT place, std::int64_t step) { plot(place, step); });
     }
 }
 

@@ -29,7 +29,7 @@ private:
     void segment(POINT from, POINT to);
     void straight(POINT from, POINT to);
     void sloping(POINT from, POINT to);
-    void plot(int x, int y, std::int64_t step) const;
+    void plot(POINT place, std::int64_t step) const;
     [[nodiscard]] bool dashed() const { return !dashes_.empty(); }
 
     const DeviceContext& context_;

@@ -43,6 +43,13 @@ private:
     std::uint32_t flip_[4];
 };
 
+/// One loop for each choice of operands, so that each can be made fast by the compiler.
+template <typename Source, typename Pattern>
+void combineWith(const TernaryRow& row, const Ternary& operation, Source source, Pattern pattern) {
+    for (int index = 0; index < row.count; ++index)
+        row.destination[index] = operation(pattern(index), source(index), row.destination[index]);
+}
+
 template <typename Operation>
 void withSource(const TernaryRow& row, Operation operation) {
     std::transform(row.destination, row.destination + row.count, row.source, row.destination, operation);
@@ -114,11 +121,17 @@ void combineRow(TernaryTable table, const TernaryRow& row) {
         break;
     }
     const Ternary operation(table);
-    for (int index = 0; index < row.count; ++index) {
-        const Pixel pattern = row.pattern == nullptr ? 0 : row.pattern[index];
-        const Pixel source = row.source == nullptr ? 0 : row.source[index];
-        row.destination[index] = operation(pattern, source, row.destination[index]);
-    }
+    const auto none = [](int /*index*/) { return Pixel{0}; };
+    const auto source = [&row](int index) { return row.source[index]; };
+    const auto pattern = [&row](int index) { return row.pattern[index]; };
+    if (row.source != nullptr && row.pattern != nullptr)
+        combineWith(row, operation, source, pattern);
+    else if (row.source != nullptr)
+        combineWith(row, operation, source, none);
+    else if (row.pattern != nullptr)
+        combineWith(row, operation, none, pattern);
+    else
+        combineWith(row, operation, none, none);
 }
 
 } // namespace vndk::win32

@@ -20,11 +20,6 @@ RECT intersection(const RECT& a, const RECT& b) {
     return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right), std::min(a.bottom, b.bottom)};
 }
 
-bool holds(const RECT& outer, const RECT& inner) {
-    return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
-           outer.bottom >= inner.bottom;
-}
-
 /// Walks the bands of a region from the top.
 class BandWalk {
 public:
@@ -138,9 +133,9 @@ bool Region::intersects(const RECT& rect) const {
 }
 
 Region& Region::operator|=(const Region& other) {
-    if (other.empty() || (rects_.size() == 1 && holds(bounds_, other.bounds_)))
+    if (other.empty() || holds(other.bounds_))
         return *this;
-    if (empty() || (other.rects_.size() == 1 && holds(other.bounds_, bounds_)))
+    if (empty() || other.holds(bounds_))
         return *this = Region(other);
     return *this = combine(rects_, other.rects_, [](bool a, bool b) { return a || b; });
 }
@@ -150,11 +145,11 @@ Region& Region::operator&=(const Region& other) {
         clear();
         return *this;
     }
-    if (other.rects_.size() == 1 && holds(other.bounds_, bounds_))
+    if (other.holds(bounds_))
         return *this;
     if (rects_.size() == 1 && other.rects_.size() == 1)
         return *this = Region(intersection(bounds_, other.bounds_));
-    if (rects_.size() == 1 && holds(bounds_, other.bounds_))
+    if (holds(other.bounds_))
         return *this = Region(other);
     return *this = combine(rects_, other.rects_, [](bool a, bool b) { return a && b; });
 }

@@ -25,6 +25,11 @@ public:
     [[nodiscard]] bool contains(POINT point) const;
     /// Does any pixel of the rectangle belong to the region?
     [[nodiscard]] bool intersects(const RECT& rect) const;
+    /// Is this one rectangle that holds all of `rect`? (No also where several together do.)
+    [[nodiscard]] bool holds(const RECT& rect) const {
+        return rects_.size() == 1 && rect.left >= bounds_.left && rect.top >= bounds_.top &&
+               rect.right <= bounds_.right && rect.bottom <= bounds_.bottom;
+    }
     /// The rectangles that can meet rows `top` to `bottom` (outside): the list's part to walk.
     [[nodiscard]] std::span<const RECT> rectsBetween(int top, int bottom) const;
 
