@@ -131,7 +131,7 @@ private:
     void showMenu(LPARAM place);
 
     std::string text_;
-    TextMeasure measure_;
+    EditMetrics measure_;
     EditLayout layout_;
     EditUndo undo_;
     HFONT font_ = nullptr;

@@ -10,7 +10,7 @@ constexpr std::string_view lineBreak = "\r\n";
 constexpr int defaultTabCharacters = 8;
 
 /// The line that begins at `start`.
-EditLine readLine(std::string_view text, const TextMeasure& measure, const EditWrap& wrap, int start) {
+EditLine readLine(std::string_view text, const EditMetrics& measure, const EditWrap& wrap, int start) {
     const auto from = static_cast<std::size_t>(start);
     std::size_t found = wrap.multiLine ? text.find(lineBreak, from) : std::string_view::npos;
     const bool last = found == std::string_view::npos;
@@ -55,7 +55,7 @@ bool endsText(const EditLine& line) { return !line.soft && line.end == line.star
 
 } // namespace
 
-int TextMeasure::advance(char character, int x) const {
+int EditMetrics::advance(char character, int x) const {
     if (password != '\0')
         return widths[static_cast<unsigned char>(password)];
     if (character != '\t')
@@ -68,14 +68,14 @@ int TextMeasure::advance(char character, int x) const {
     return distance - x % distance;
 }
 
-int TextMeasure::extent(std::string_view text) const {
+int EditMetrics::extent(std::string_view text) const {
     int x = 0;
     for (const char character : text)
         x += advance(character, x);
     return x;
 }
 
-int TextMeasure::fit(std::string_view text, int width) const {
+int EditMetrics::fit(std::string_view text, int width) const {
     int x = 0;
     int count = 0;
     for (const char character : text) {
@@ -87,7 +87,7 @@ int TextMeasure::fit(std::string_view text, int width) const {
     return count;
 }
 
-int TextMeasure::nearest(std::string_view text, int x) const {
+int EditMetrics::nearest(std::string_view text, int x) const {
     int left = 0;
     int count = 0;
     for (const char character : text) {
@@ -100,14 +100,14 @@ int TextMeasure::nearest(std::string_view text, int x) const {
     return count;
 }
 
-void EditLayout::rebuild(std::string_view text, const TextMeasure& measure, const EditWrap& wrap) {
+void EditLayout::rebuild(std::string_view text, const EditMetrics& measure, const EditWrap& wrap) {
     lines_.clear();
     lines_.push_back(readLine(text, measure, wrap, 0));
     while (!endsText(lines_.back()))
         lines_.push_back(readLine(text, measure, wrap, lines_.back().end));
 }
 
-void EditLayout::update(std::string_view text, const TextMeasure& measure, const EditWrap& wrap, int position,
+void EditLayout::update(std::string_view text, const EditMetrics& measure, const EditWrap& wrap, int position,
                         int removed, int inserted) {
     assert(position >= 0 && removed >= 0 && inserted >= 0 && "a change can't be negative");
     // What stands at a line's begin decides where the line before is wrapped; CR in front of a new LF makes a break.

@@ -13,7 +13,7 @@
 
 namespace vndk::win32 {
 
-struct TextMeasure {
+struct EditMetrics {
     std::array<int, 256> widths{};
     int lineHeight = 1;
     int averageWidth = 1;
@@ -52,10 +52,10 @@ class EditLayout {
 public:
     EditLayout() : lines_(1) {}
 
-    void rebuild(std::string_view text, const TextMeasure& measure, const EditWrap& wrap);
+    void rebuild(std::string_view text, const EditMetrics& measure, const EditWrap& wrap);
     /// The text, which is the new one already, had `removed` characters at `position` replaced by `inserted` ones.
     /// Equal to a rebuild, but only looks at what may have changed.
-    void update(std::string_view text, const TextMeasure& measure, const EditWrap& wrap, int position, int removed,
+    void update(std::string_view text, const EditMetrics& measure, const EditWrap& wrap, int position, int removed,
                 int inserted);
 
     [[nodiscard]] int count() const { return static_cast<int>(lines_.size()); }
