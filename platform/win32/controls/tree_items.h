@@ -68,6 +68,11 @@ public:
     void clear();
 
     static void reorder(TreeItem* parent, const std::vector<TreeItem*>& children) { parent->children.assign(children); }
+    /// Calls `visit(item)` for all that live.
+    template <typename Visit>
+    void forEach(Visit visit) {
+        table_.forEach([&visit](HTREEITEM, TreeItem& item) { visit(item); });
+    }
     [[nodiscard]] static bool isBelow(const TreeItem* item, const TreeItem* ancestor);
 
     // ---- Rows
