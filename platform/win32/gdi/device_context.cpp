@@ -151,6 +151,13 @@ void moveWindowDC(HDC dc, const PixelTarget& target, POINT origin, Region visibl
         context->moveTo(surfaceOf(target), origin, std::move(visible));
 }
 
+bool hasScreenContexts() {
+    bool found = false;
+    contexts().table.forEach(
+        [&found](HDC, const DeviceContext& context) { found |= context.kind() == DeviceContext::Kind::screen; });
+    return found;
+}
+
 bool deleteWindowDC(HDC dc) {
     const DeviceContext* context = contextOf(dc);
     if (context == nullptr || context->kind() != DeviceContext::Kind::window)

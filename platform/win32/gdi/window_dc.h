@@ -29,9 +29,8 @@ HWND windowOfDC(HDC dc);
 /// Sets pen, brush, font, colours, clip and saved levels back to what createWindowDC gives.
 void resetWindowDC(HDC dc);
 
-/// Moves what was painted through windows' contexts since the last call (bounding rectangles of single calls will do;
-/// in the target's coordinates) into `painted`.
-void collectPainted(Region& painted);
+/// There are contexts onto the whole screen (CreateDCA), which paint without the window manager's knowledge.
+[[nodiscard]] bool hasScreenContexts();
 
 /// The desktop's pixels and size, for contexts onto the whole screen (CreateDCA) and GetDeviceCaps; to be called again
 /// whenever they change. Contexts made before go on with the new ones. Without it such contexts paint nothing.

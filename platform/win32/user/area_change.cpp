@@ -112,7 +112,7 @@ void movePixels(const Region& source, int dx, int dy) {
             std::memmove(to, from, bytes);
         }
     }
-    state->painting->changed |= movable;
+    state->painting->touched |= movable;
 }
 
 } // namespace vndk::win32

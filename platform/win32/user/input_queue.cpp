@@ -151,6 +151,7 @@ void collect(DesktopState& state, const Event& event) {
         collectCharacter(state, event);
         break;
     case Event::Kind::resized:
+        state.painting->showAll = true;
         setScreenTarget(screenTarget(state));
         refreshContexts();
         desktopResized();
@@ -161,11 +162,9 @@ void collect(DesktopState& state, const Event& event) {
     case Event::Kind::closeAsked:
         askToClose(state);
         break;
-    case Event::Kind::exposed: {
-        const screen::Surface surface = state.screen.surface();
-        state.painting->changed |= Region(RECT{0, 0, surface.width, surface.height});
+    case Event::Kind::exposed:
+        state.painting->showAll = true;
         break;
-    }
     case Event::Kind::activated:
         break;
     }

@@ -21,8 +21,9 @@ struct HandedContext {
     Kind kind = Kind::cached;
     bool inUse = false;
     std::optional<Region> clip;  // counted from the window's corner, so that it moves along
+    Region aimed;                // what it may paint now, in screen coordinates
     bool excludeClip = false;    // the clip is what may not be painted
-    bool caretPaused = false;   // by BeginPaint
+    bool caretPaused = false;    // by BeginPaint
     HRGN passedRegion = nullptr; // came with DCX_INTERSECTRGN or DCX_EXCLUDERGN: deleted at the end
 };
 
@@ -34,10 +35,12 @@ struct PaintingState {
 
     DesktopState& state;
     std::vector<HandedContext> contexts;
-    Region changed;                // pixels moved by the window manager itself since the last presentation
-    HWND locked = nullptr;         // LockWindowUpdate
-    bool lockedPainted = false;    // somebody wanted to paint in it
-    std::vector<HRGN> framePasses; // regions that travel with WM_NCPAINT now
+    Region touched;                   // may have been painted since the last presentation
+    std::vector<std::uint32_t> shown; // the picture as it was presented last
+    bool showAll = true;              // the screen has lost its picture
+    HWND locked = nullptr;            // LockWindowUpdate
+    bool lockedPainted = false;       // somebody wanted to paint in it
+    std::vector<HRGN> framePasses;    // regions that travel with WM_NCPAINT now
 };
 
 /// What may be painted of a window, in screen coordinates: its client area (or the whole window) inside all ancestors,
@@ -97,7 +100,7 @@ void movePixels(const Region& source, int dx, int dy);
 /// The desktop's pixels.
 [[nodiscard]] PixelTarget screenTarget(const DesktopState& state);
 
-/// Presents what was painted.
+/// Presents the pixels that have changed since the last time.
 void presentPainted();
 
 } // namespace vndk::win32

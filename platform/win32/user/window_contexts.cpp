@@ -68,9 +68,16 @@ HandedContext* findContext(PaintingState& painting, HDC dc) {
     return found != painting.contexts.end() ? &*found : nullptr;
 }
 
-void aim(PaintingState& painting, const Window& window, const HandedContext& context) {
-    moveWindowDC(context.dc, screenTarget(painting.state), originOf(window, context.flags),
-                 paintable(painting, window, context));
+// Whoever has the context may have painted with it already.
+void noteTouched(PaintingState& painting, HandedContext& context) {
+    if (context.inUse)
+        painting.touched |= context.aimed;
+}
+
+void aim(PaintingState& painting, const Window& window, HandedContext& context) {
+    noteTouched(painting, context);
+    context.aimed = paintable(painting, window, context);
+    moveWindowDC(context.dc, screenTarget(painting.state), originOf(window, context.flags), context.aimed);
 }
 
 // The context that a window or its class keeps; null when it has none.
@@ -145,6 +152,7 @@ bool takeBack(HDC dc) {
         return false;
     PaintingState& painting = *state->painting;
     dropPassedRegion(painting, *context);
+    noteTouched(painting, *context);
     const bool resume = std::exchange(context->caretPaused, false);
     if (context->kind == HandedContext::Kind::cached) {
         deleteWindowDC(dc);
@@ -172,7 +180,7 @@ void refreshContexts() {
     if (state == nullptr || state->painting == nullptr)
         return;
     PaintingState& painting = *state->painting;
-    for (const HandedContext& context : painting.contexts)
+    for (HandedContext& context : painting.contexts)
         if (const Window* window = findWindow(context.window))
             aim(painting, *window, context);
 }
@@ -188,8 +196,10 @@ void forgetPainting(Window& window) {
         HandedContext& context = painting.contexts[index];
         if (context.window != window.handle)
             continue;
+        noteTouched(painting, context);
         // A class's context goes with the last window of the class.
         if (context.kind == HandedContext::Kind::ownedByClass && window.windowClass->windows > 1) {
+            context.aimed.clear();
             moveWindowDC(context.dc, screenTarget(*state), {0, 0}, {});
             continue;
         }
