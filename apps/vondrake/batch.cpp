@@ -3,6 +3,7 @@
 #include "console.h"
 #include "dwg/codepage.h"
 #include "ed/host.h"
+#include "start.h"
 #include "utf8.h"
 #include "win32/codepage.h"
 
@@ -16,8 +17,6 @@ namespace vndk::app {
 
 namespace {
 
-constexpr const char* kObjectLibrary = "VNDKObjectsDbx.dbx";
-constexpr const char* kModule = "VNDKKeldmoor.arx";
 constexpr size_t kLongestScript = size_t{256} << 20; // more isn't a script, or has no end
 
 using host::Host;
@@ -57,30 +56,6 @@ ExitStatus statusOf(const Problem& problem) {
     return problem.kind == Problem::Kind::DrawingFailed ? kDrawingFailed : kCommandFailed;
 }
 
-bool openDrawing(Host& host, const std::string& drawing) {
-    AcApDocManager& documents = host.documents();
-    Acad::ErrorStatus status = Acad::eOk;
-    if (drawing.empty()) {
-        status = documents.appContextNewDocument(nullptr);
-    } else if (const auto name = win32::fromUtf8(drawing)) {
-        status = documents.appContextOpenDocument(name->c_str());
-    } else {
-        complain("The drawing's name \"" + drawing +
-                 "\" holds a character that isn't in code page 1252. Rename or link the file.");
-        return false;
-    }
-    if (status != Acad::eOk)
-        complain(win32::toUtf8(documents.lastError()));
-    return status == Acad::eOk;
-}
-
-bool load(Host& host, const char* name) {
-    if (host.linker().loadModule(name, false))
-        return true;
-    complain(win32::toUtf8(host.linker().lastError()));
-    return false;
-}
-
 ExitStatus runScript(Host& host, const Options& options, const std::string& text) {
     const std::string shownName = options.script == "-" ? "standard input" : options.script;
     ExitStatus worst = kAllWell;
@@ -113,11 +88,11 @@ ExitStatus runBatch(Host& host, const Options& options) {
     host.setPrint([](std::string_view text) { writeOut(win32::toUtf8(text)); });
     // The classes of Intelligent objects are there before a drawing that holds some is read; the module finds its
     // first drawing open when it starts, as it would in a running host.
-    if (!load(host, kObjectLibrary))
+    if (!loadObjectLibrary(host))
         return kCommandFailed;
     if (!openDrawing(host, options.drawing))
         return kDrawingFailed;
-    if (!load(host, kModule))
+    if (!loadModule(host))
         return kCommandFailed;
     const ExitStatus status = runScript(host, options, scriptText(std::move(*script)));
     host.freshLine();

@@ -3,15 +3,20 @@
 #include "console.h"
 #include "convert_command.h"
 #include "db/database.h"
+#include "desktop_mode.h"
 #include "ed/host.h"
 #include "facts.h"
 #include "mfc/winapp.h"
 #include "options.h"
 #include "profile.h"
+#ifdef VONDRAKE_HAS_WINDOW
+#include "screen/sdl.h"
+#endif
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 namespace vndk::app {
@@ -61,6 +66,20 @@ ExitStatus showFacts(host::Host& host, const Options& options) {
     return kAllWell;
 }
 
+ExitStatus showWindow(CWinApp& application, host::Host& host, const Options& options) {
+#ifdef VONDRAKE_HAS_WINDOW
+    std::string error;
+    const std::unique_ptr<screen::Screen> screen =
+        screen::openWindow({.title = "vondrake", .scale = options.scale}, error);
+    if (screen)
+        return runDesktop(application, host, options, *screen);
+    complain(error);
+#else
+    complain("This program was built without SDL and has no window. Use --batch, or build it with libsdl2-dev.");
+#endif
+    return kWrongUsage;
+}
+
 ExitStatus run(const Options& options) {
     switch (options.task) {
     case Options::Task::Help:
@@ -69,6 +88,7 @@ ExitStatus run(const Options& options) {
     case Options::Task::Version:
         writeOut("vondrake " VONDRAKE_VERSION "\n");
         return kAllWell;
+    case Options::Task::Window:
     case Options::Task::Batch:
     case Options::Task::Facts:
         break;
@@ -84,7 +104,7 @@ ExitStatus run(const Options& options) {
     Profile profile(application);
     host.setProfile(&profile);
     addConvertCommand(host);
-    return runBatch(host, options);
+    return options.task == Options::Task::Window ? showWindow(application, host, options) : runBatch(host, options);
 }
 
 } // namespace

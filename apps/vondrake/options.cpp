@@ -18,11 +18,19 @@ struct OptionRow {
 constexpr auto kNone = OptionRow::Value::None;
 constexpr auto kNeeded = OptionRow::Value::Needed;
 
+constexpr int kNoScale = 0;
+
+/// kNoScale when the text isn't a number from 1 to 4.
+int scaleOf(const std::string& text) {
+    return text.size() == 1 && text[0] >= '1' && text[0] <= '4' ? text[0] - '0' : kNoScale;
+}
+
 constexpr OptionRow kRows[] = {
     {"--batch", kNeeded, [](Options& o, std::string v) { o.script = std::move(v); }, Task::Batch},
     {"--facts", kNeeded, [](Options& o, std::string v) { o.drawing = std::move(v); }, Task::Facts},
     {"--help", kNone, [](Options&, std::string) {}, Task::Help},
     {"--version", kNone, [](Options&, std::string) {}, Task::Version},
+    {"--scale", kNeeded, [](Options& o, std::string v) { o.scale = scaleOf(v); }, {}},
     {"--keep-going", kNone, [](Options& o, std::string) { o.keepGoing = true; }, {}},
     {"--drive", kNeeded, [](Options& o, std::string v) { o.drives.push_back(std::move(v)); }, {}},
     {"--profile", kNeeded, [](Options& o, std::string v) { o.profile = std::move(v); }, {}},
@@ -89,13 +97,14 @@ private:
     }
 
     void finish() {
-        if (!task_)
-            return complain("Say what to do: --batch SCRIPT [DRAWING] or --facts DRAWING.");
-        options_.task = *task_;
-        const size_t most = *task_ == Task::Batch ? 1 : 0;
+        options_.task = task_.value_or(Task::Window);
+        const bool takesDrawing = options_.task == Task::Batch || options_.task == Task::Window;
+        const size_t most = takesDrawing ? 1 : 0;
         if (names_.size() > most)
             return complain("\"" + names_[most] + "\" is one argument too many.");
-        if (options_.keepGoing && *task_ != Task::Batch)
+        if (options_.scale == kNoScale)
+            return complain("The value of --scale is a number from 1 to 4.");
+        if (options_.keepGoing && options_.task != Task::Batch)
             return complain("The option --keep-going goes with --batch.");
         if (!names_.empty() && names_[0].empty())
             return complain("The drawing's name is empty.");
@@ -120,10 +129,13 @@ std::variant<Options, std::string> parseOptions(std::span<const char* const> arg
 }
 
 std::string_view helpText() {
-    return "Usage: vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
+    return "Usage: vondrake [DRAWING] [--scale N] [OPTION]...\n"
+           "       vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
            "       vondrake --facts DRAWING [OPTION]...\n"
            "Puts Intelligent Blocks into drawings (.dwg, AC1015).\n"
            "\n"
+           "  [DRAWING]                 open a window on DRAWING or else on a new drawing\n"
+           "  --scale N                 show each pixel of the window as N x N, for large screens (1 to 4)\n"
            "  --batch SCRIPT [DRAWING]  run the lines of SCRIPT (- for standard input) at the command line,\n"
            "                            on DRAWING or else on a new drawing\n"
            "  --keep-going              go on after a line that failed; the exit status tells of it\n"

@@ -10,11 +10,12 @@
 namespace vndk::app {
 
 struct Options {
-    enum class Task { Batch, Facts, Help, Version };
-    Task task = Task::Help;
+    enum class Task { Window, Batch, Facts, Help, Version };
+    Task task = Task::Window;
     std::string script;  ///< Batch: its path, "-" for standard input
     std::string drawing; ///< as it was typed, in either form; empty for none
     bool keepGoing = false;
+    int scale = 1; ///< Window: each of its pixels shows as scale x scale, 1 to 4
     std::string profile;             ///< path of the system; empty for the usual one
     std::vector<std::string> drives; ///< "C=/home/me/cad", in the order given
 };

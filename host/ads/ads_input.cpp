@@ -311,6 +311,6 @@ int ads_regen() { return Host::current() ? RTNORM : RTERROR; }
 
 int acedUpdateDisplay() { return Host::current() ? RTNORM : RTERROR; }
 
-HWND adsw_acadMainWnd() { return nullptr; }
+HWND adsw_acadMainWnd() { return Host::current() ? Host::current()->mainWindow() : nullptr; }
 
 void InitAcUiDLL() {}

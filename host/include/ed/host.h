@@ -16,6 +16,7 @@
 #include "ed/editor.h"
 #include "ed/prompts.h"
 #include "ed/system_variables.h"
+#include "win32/types.h"
 
 #include <functional>
 #include <map>
@@ -76,6 +77,10 @@ public:
     }
     ProfileStore* profile() const { return profile_; }
 
+    /// The program's main window, for the dialogs of modules; null without a screen.
+    void setMainWindow(HWND window) { mainWindow_ = window; }
+    HWND mainWindow() const { return mainWindow_; }
+
     /// Feeds whole lines of typed text and runs them. The first problem, if any; the rest is run all the same.
     std::optional<Problem> runText(std::string_view typed);
     /// Runs what sendStringToExecute has queued.
@@ -104,6 +109,7 @@ private:
     std::map<std::string, AcRxObject*> formerServices_;
     bool atLineStart_ = true;
     bool quit_ = false;
+    HWND mainWindow_ = nullptr;
 };
 
 } // namespace vndk::host

@@ -1,0 +1,15 @@
+// The program with a window.
+#pragma once
+
+#include "ed/host.h"
+#include "exit_status.h"
+#include "mfc/winapp.h"
+#include "options.h"
+#include "screen/screen.h"
+
+namespace vndk::app {
+
+/// Runs until the user quits. Opens options.drawing, or a new drawing, and loads the module into the host.
+ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& options, screen::Screen& screen);
+
+} // namespace vndk::app

@@ -1,0 +1,39 @@
+#include "start.h"
+
+#include "console.h"
+#include "win32/codepage.h"
+
+namespace vndk::app {
+
+namespace {
+
+bool load(host::Host& host, const char* name) {
+    if (host.linker().loadModule(name, false))
+        return true;
+    complain(win32::toUtf8(host.linker().lastError()));
+    return false;
+}
+
+} // namespace
+
+bool loadObjectLibrary(host::Host& host) { return load(host, "VNDKObjectsDbx.dbx"); }
+bool loadModule(host::Host& host) { return load(host, "VNDKKeldmoor.arx"); }
+
+bool openDrawing(host::Host& host, const std::string& drawing) {
+    AcApDocManager& documents = host.documents();
+    Acad::ErrorStatus status = Acad::eOk;
+    if (drawing.empty()) {
+        status = documents.appContextNewDocument(nullptr);
+    } else if (const auto name = win32::fromUtf8(drawing)) {
+        status = documents.appContextOpenDocument(name->c_str());
+    } else {
+        complain("The drawing's name \"" + drawing +
+                 "\" holds a character that isn't in code page 1252. Rename or link the file.");
+        return false;
+    }
+    if (status != Acad::eOk)
+        complain(win32::toUtf8(documents.lastError()));
+    return status == Acad::eOk;
+}
+
+} // namespace vndk::app
