@@ -1,0 +1,104 @@
+// gallery: a developer's program that shows every control in all its states.
+//
+//     gallery [--scale N]             in a window
+//     gallery --png FILE [--scale N]  as a picture of 960 x 780 pixels, times the scale, without a screen
+#include "gallery.h"
+#include "screen/memory.h"
+#ifdef VONDRAKE_HAS_WINDOW
+#include "screen/sdl.h"
+#endif
+#include "win32/desktop.h"
+#include "win32/picture.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr int kWidth = 960;
+constexpr int kHeight = 800;
+
+struct Arguments {
+    std::string png;
+    int scale = 1;
+    bool wrong = false;
+};
+
+Arguments parse(int count, char** arguments) {
+    Arguments parsed;
+    for (int i = 1; i < count; ++i) {
+        const std::string_view name = arguments[i];
+        const bool hasValue = i + 1 < count;
+        if (name == "--png" && hasValue)
+            parsed.png = arguments[++i];
+        else if (name == "--scale" && hasValue)
+            parsed.scale = std::atoi(arguments[++i]);
+        else
+            parsed.wrong = true;
+    }
+    parsed.wrong = parsed.wrong || parsed.scale < 1 || parsed.scale > 4;
+    return parsed;
+}
+
+/// Each pixel as scale x scale, as the window shows it.
+vndk::win32::Picture enlarged(const vndk::win32::Picture& picture, int scale) {
+    vndk::win32::Picture large{picture.width * scale, picture.height * scale, {}};
+    for (int y = 0; y < large.height; ++y)
+        for (int x = 0; x < large.width; ++x)
+            large.pixels.push_back(picture.at(x / scale, y / scale));
+    return large;
+}
+
+int writePicture(const Arguments& arguments) {
+    vndk::screen::MemoryScreen screen(kWidth, kHeight);
+    vndk::win32::Desktop desktop(screen);
+    vndk::gallery::Gallery gallery;
+    if (!gallery.open())
+        return 1;
+    desktop.settle();
+    const vndk::screen::Surface surface = screen.surface();
+    const vndk::win32::Picture shown =
+        vndk::win32::copyPicture(surface.pixels, surface.width, {0, 0, surface.width, surface.height});
+    const vndk::win32::Status status = vndk::win32::writePng(arguments.png, enlarged(shown, arguments.scale));
+    if (!status.ok()) {
+        std::fprintf(stderr, "gallery: %s\n", status.message().c_str());
+        return 1;
+    }
+    return 0;
+}
+
+int showWindow(const Arguments& arguments) {
+#ifdef VONDRAKE_HAS_WINDOW
+    std::string error;
+    const auto screen = vndk::screen::openWindow(
+        {.title = "Gallery of controls", .width = kWidth, .height = kHeight, .scale = arguments.scale}, error);
+    if (screen == nullptr) {
+        std::fprintf(stderr, "gallery: %s Use --png FILE for a picture.\n", error.c_str());
+        return 2;
+    }
+    vndk::win32::Desktop desktop(*screen);
+    CWinApp application("gallery");
+    vndk::gallery::Gallery gallery;
+    if (!gallery.open())
+        return 1;
+    application.m_pMainWnd = &gallery;
+    return application.Run();
+#else
+    std::fprintf(stderr, "gallery: built without SDL; use --png FILE for a picture.\n");
+    return 2;
+#endif
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    const Arguments parsed = parse(count, arguments);
+    if (parsed.wrong) {
+        std::fprintf(stderr, "usage: gallery [--png FILE] [--scale 1..4]\n");
+        return 2;
+    }
+    return parsed.png.empty() ? showWindow(parsed) : writePicture(parsed);
+}
