@@ -179,6 +179,15 @@ void paintFrameInto(HWND handle, HDC dc) {
     RestoreDC(dc, level);
 }
 
+namespace {
+
+/// Controls paint over siblings that stand before them, group boxes for one, unless their style says otherwise.
+DWORD frameContextFlags(const Window& window) {
+    return DCX_WINDOW | DCX_CACHE | ((window.style & WS_CLIPSIBLINGS) != 0 ? DCX_CLIPSIBLINGS : 0);
+}
+
+} // namespace
+
 void paintFrame(HWND handle, const Region* clip) {
     const Window* window = findWindow(handle);
     if (window == nullptr || window->parent == nullptr || sameRect(window->windowRect, window->clientRect))
@@ -189,7 +198,7 @@ void paintFrame(HWND handle, const Region* clip) {
         moved.offset(-window->windowRect.left, -window->windowRect.top);
         limit = newRegionHandle(std::move(moved));
     }
-    const HDC dc = GetDCEx(handle, nullptr, DCX_WINDOW | DCX_CACHE | DCX_CLIPSIBLINGS);
+    const HDC dc = GetDCEx(handle, nullptr, frameContextFlags(*window));
     if (dc != nullptr) {
         if (limit != nullptr)
             SelectClipRgn(dc, limit);
@@ -205,7 +214,7 @@ void paintCaption(HWND handle) {
     if (window == nullptr || !window->created || !isVisible(*window))
         return;
     // The border's colour changes with the activation, too.
-    const HDC dc = GetDCEx(handle, nullptr, DCX_WINDOW | DCX_CACHE | DCX_CLIPSIBLINGS);
+    const HDC dc = GetDCEx(handle, nullptr, frameContextFlags(*window));
     if (dc == nullptr)
         return;
     drawBorders(*window, dc);
