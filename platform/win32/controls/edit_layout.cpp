@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cassert>
+#include <limits>
 
 namespace vndk::win32 {
 namespace {
 
 constexpr std::string_view lineBreak = "\r\n";
 constexpr int defaultTabCharacters = 8;
+constexpr int anything = std::numeric_limits<int>::max(); // a reach that no one knows
 
 /// The line that begins at `start`.
 EditLine readLine(std::string_view text, const EditMetrics& measure, const EditWrap& wrap, int start) {
@@ -21,6 +23,7 @@ EditLine readLine(std::string_view text, const EditMetrics& measure, const EditW
     line.start = start;
     line.length = static_cast<int>(whole.size());
     line.end = static_cast<int>(found + (last ? 0 : lineBreak.size()));
+    line.reach = last ? line.end + 1 : line.end;
     if (!wrap.multiLine || wrap.width <= 0) {
         line.width = measure.extent(whole);
         return line;
@@ -46,6 +49,8 @@ EditLine readLine(std::string_view text, const EditMetrics& measure, const EditW
         line.length = cut;
         line.end = start + cut;
         line.soft = true;
+        // The character that didn't fit counts, and one more: with it, it may be a break.
+        line.reach = wrap.findBreak != nullptr ? anything : start + std::max(cut, fits) + 2;
     }
     line.width = measure.extent(whole.substr(0, static_cast<std::size_t>(line.length)));
     return line;
@@ -110,10 +115,11 @@ void EditLayout::rebuild(std::string_view text, const EditMetrics& measure, cons
 void EditLayout::update(std::string_view text, const EditMetrics& measure, const EditWrap& wrap, int position,
                         int removed, int inserted) {
     assert(position >= 0 && removed >= 0 && inserted >= 0 && "a change can't be negative");
-    // What stands at a line's begin decides where the line before is wrapped; CR in front of a new LF makes a break.
+    // What follows a line may decide where it is wrapped.
     int first = lineOf(position);
-    if (first > 0)
-        --first;
+    for (int index = first; index > 0 && line(index - 1).soft; --index)
+        if (line(index - 1).reach > position)
+            first = index - 1;
     const int delta = inserted - removed;
     const int untouched = position + inserted; // from here on the text is the old one
     std::vector<EditLine> fresh;
@@ -138,6 +144,8 @@ void EditLayout::update(std::string_view text, const EditMetrics& measure, const
     for (EditLine& line : rest) {
         line.start += delta;
         line.end += delta;
+        if (line.reach != anything)
+            line.reach += delta;
     }
     lines_.resize(static_cast<std::size_t>(first));
     lines_.insert(lines_.end(), fresh.begin(), fresh.end());

@@ -34,6 +34,7 @@ struct EditLine {
     int length = 0;    // without the break
     int end = 0;       // start of the next line
     int width = 0;     // pixels
+    int reach = 0;     // text from here on has no say in where the line ends
     bool soft = false; // ends by wrapping
 
     bool operator==(const EditLine&) const = default;

@@ -1,0 +1,4 @@
+# Buttons.
+vndk_add_test(test_button
+  SOURCES button_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/message_recorder.cpp
+  LIBS vndk_win32)

@@ -1,0 +1,4 @@
+# Static controls.
+vndk_add_test(test_static
+  SOURCES static_test.cpp ${PROJECT_SOURCE_DIR}/tests/support/message_recorder.cpp
+  LIBS vndk_win32)
