@@ -38,7 +38,7 @@ END_MESSAGE_MAP()
 bool Gallery::open() {
     const CRect screen(0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN));
     const LPCSTR className = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW));
-    if (!CFrameWnd::Create(className, "Gallery of controls", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, screen))
+    if (!CFrameWnd::Create(className, "Gallery of controls", WS_OVERLAPPEDWINDOW, screen))
         return false;
     font_.CreatePointFont(80, "MS Sans Serif");
     makeImages();
@@ -121,7 +121,7 @@ void Gallery::addButtons() {
 
 void Gallery::addStatics() {
     group("Statics", 8, 236, 300, 122);
-    add("STATIC", "Left, wrapped where the line ends", kShown | SS_LEFT, 18, 254, 88, 30);
+    add("STATIC", "Left, wrapped where the line ends", kShown | SS_LEFT, 18, 254, 88, 42);
     add("STATIC", "Centre", kShown | SS_CENTER, 114, 254, 84, 15);
     add("STATIC", "Right", kShown | SS_RIGHT, 206, 254, 84, 15);
     add("STATIC", "Grey", kOff | SS_LEFT, 114, 272, 84, 15);

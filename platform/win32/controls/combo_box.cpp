@@ -63,6 +63,13 @@ LRESULT ComboBox::handle(UINT message, WPARAM wParam, LPARAM lParam) {
 
 ComboBox::Handled ComboBox::handleWindow(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+    case WM_NCCREATE:
+        // Scroll bars and borders are meant for the list and the field, not for the frame around both.
+        style_ = style();
+        SetWindowLongA(window(), GWL_STYLE, static_cast<LONG>(style_ & ~(WS_BORDER | WS_HSCROLL | WS_VSCROLL)));
+        SetWindowLongA(window(), GWL_EXSTYLE,
+                       GetWindowLongA(window(), GWL_EXSTYLE) & ~static_cast<LONG>(WS_EX_CLIENTEDGE));
+        return std::nullopt;
     case WM_CREATE:
         return create(reinterpret_cast<const CREATESTRUCTA*>(lParam));
     case WM_DESTROY:
@@ -99,7 +106,6 @@ ComboBox::Handled ComboBox::handleWindow(UINT message, WPARAM wParam, LPARAM lPa
 // ---- Creation ------------------------------------------------------------------------------------------------------
 
 LRESULT ComboBox::create(const CREATESTRUCTA* data) {
-    style_ = style();
     if (kind() == 0)
         style_ |= CBS_SIMPLE;
     measureFont();
