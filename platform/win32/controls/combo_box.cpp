@@ -255,9 +255,11 @@ void ComboBox::layOut() {
         SetWindowPos(edit_, nullptr, field.left, field.top, field.right - field.left, field.bottom - field.top, flags);
     if (!alive() || list_ == nullptr)
         return;
-    if (dropsDown()) {
-        if (dropped_)
-            placeList();
+    if (dropped_) {
+        placeList();
+    } else if (dropsDown()) {
+        // Paging keys go by its height also while it is closed.
+        SetWindowPos(list_, nullptr, 0, 0, droppedWidth(), std::max(listHeight_, 0), flags | SWP_NOMOVE);
     } else {
         const RECT client = clientRect();
         SetWindowPos(list_, nullptr, 0, comboHeight(), client.right, std::max<int>(client.bottom - comboHeight(), 0),
