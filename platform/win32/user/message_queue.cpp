@@ -1,5 +1,6 @@
 #include "user/message_queue.h"
 
+#include "user/clipboard.h"
 #include "user/desktop_state.h"
 #include "user/hooks.h"
 #include "user/input_queue.h"
@@ -112,12 +113,13 @@ bool takeMessage(MSG& message, const MessageFilter& filter, bool remove) {
     DesktopState* state = currentState();
     if (state == nullptr)
         return false;
-    const bool taken = takePosted(*state->queue, message, filter, remove) || takeQuit(*state, message, remove) ||
-                       takeInput(message, filter, remove) || takePaint(*state, message, filter, remove) ||
-                       takeTimer(*state, message, filter, remove);
+    // Looking at input and paints sends messages, after which anything may have been posted.
+    QueueState& queue = *state->queue;
+    const bool taken = takePosted(queue, message, filter, remove) || takeQuit(*state, message, remove) ||
+                       takeInput(message, filter, remove) || takePosted(queue, message, filter, remove) ||
+                       takePaint(*state, message, filter, remove) || takeTimer(*state, message, filter, remove);
     if (!taken)
         return false;
-    QueueState& queue = *state->queue;
     queue.messageTime = message.time;
     queue.messagePoint = message.pt;
     queue.idleRounds = 0;
@@ -141,6 +143,7 @@ void forgetInput(Window& window) {
         DestroyCaret();
     if (input.lastClick.window == handle)
         input.lastClick = {};
+    forgetClipboard(handle);
 }
 
 WPARAM heldKeys() {

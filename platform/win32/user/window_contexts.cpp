@@ -137,8 +137,8 @@ HDC handOut(Window& window, DWORD flags, std::optional<Region> clip, bool exclud
         aim(painting, window, *context);
         return context->dc;
     }
-    fresh.dc = createWindowDC(screenTarget(painting.state), originOf(window, flags), paintable(painting, window, fresh),
-                              window.handle);
+    fresh.aimed = paintable(painting, window, fresh);
+    fresh.dc = createWindowDC(screenTarget(painting.state), originOf(window, flags), fresh.aimed, window.handle);
     if (fresh.dc == nullptr)
         return nullptr;
     painting.contexts.push_back(std::move(fresh));

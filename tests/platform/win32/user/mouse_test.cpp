@@ -52,11 +52,11 @@ TEST_F(MouseTest, MovesAskWhereAndShowTheCursorFirst) {
                               {WM_SETCURSOR, sent | wparam | lparam, childParam, cause},
                               {WM_SETCURSOR, sent | parent | defwinproc | wparam | lparam, childParam, cause},
                               {WM_MOUSEMOVE, posted | wparam | lparam, 0, MAKELPARAM(5, 6)}}));
-    user.moveTo(60, 50);
+    user.moveTo(150, 50);
     settle();
     EXPECT_TRUE(recorder.saw({{WM_NCHITTEST, sent | parent},
                               {WM_SETCURSOR, sent | parent | lparam, 0, MAKELPARAM(HTCAPTION, WM_MOUSEMOVE)},
-                              {WM_NCMOUSEMOVE, posted | parent | wparam | lparam, HTCAPTION, MAKELPARAM(60, 50)}}));
+                              {WM_NCMOUSEMOVE, posted | parent | wparam | lparam, HTCAPTION, MAKELPARAM(150, 50)}}));
 }
 
 TEST_F(MouseTest, APressTellsParentsAsksForActivationAndShowsTheCursor) {
@@ -240,8 +240,9 @@ TEST_F(MouseTest, WindowsMayDieOnTheWayToTheirClick) {
                                          nullptr, nullptr, nullptr);
         settle();
         const POINT point = onScreen(victim, 5, 5);
-        recorder.onMessage(message, [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
-            DestroyWindow(victim);
+        recorder.onMessage(message, [&](HWND, UINT, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+            if (wParam != WM_DESTROY) // its own end is told to the parent, too
+                DestroyWindow(victim);
             return std::nullopt;
         });
         recorder.clear();
