@@ -69,17 +69,18 @@ RECT placeIn(const RECT& part, const PlacedArt& placed) {
 
 RECT moved(const RECT& rect, int by) { return {rect.left + by, rect.top + by, rect.right + by, rect.bottom + by}; }
 
-void paintColored(DeviceContext& dc, const PixelArt& art, const RECT& place, int color, char cell = '#') {
-    paintArt(dc, art, place, dc.pixelOf(GetSysColor(color)), cell);
+void paintColored(DeviceContext& dc, const PixelArt& art, const RECT& place, const RECT& part, int color,
+                  char cell = '#') {
+    paintArt(dc, art, place, part, dc.pixelOf(GetSysColor(color)), cell);
 }
 
 /// In the text colour of buttons, or embossed where the part can't be used.
-void paintSign(DeviceContext& dc, const PixelArt& art, const RECT& place, UINT state) {
+void paintSign(DeviceContext& dc, const PixelArt& art, const RECT& place, const RECT& part, UINT state) {
     if ((state & DFCS_INACTIVE) != 0) {
-        paintColored(dc, art, moved(place, 1), COLOR_3DHILIGHT);
-        paintColored(dc, art, place, COLOR_3DSHADOW);
+        paintColored(dc, art, moved(place, 1), part, COLOR_3DHILIGHT);
+        paintColored(dc, art, place, part, COLOR_3DSHADOW);
     } else {
-        paintColored(dc, art, place, (state & DFCS_HOT) != 0 ? COLOR_HOTLIGHT : COLOR_BTNTEXT);
+        paintColored(dc, art, place, part, (state & DFCS_HOT) != 0 ? COLOR_HOTLIGHT : COLOR_BTNTEXT);
     }
 }
 
@@ -119,7 +120,7 @@ void drawCheckBox(DeviceContext& dc, const RECT& rect, UINT state) {
     if ((state & DFCS_CHECKED) == 0)
         return;
     const bool gray = between || (state & DFCS_INACTIVE) != 0;
-    paintColored(dc, {checkRows}, placeIn(box, {{checkRows}, {3, 3}, {13, 13}}),
+    paintColored(dc, {checkRows}, placeIn(box, {{checkRows}, {3, 3}, {13, 13}}), box,
                  gray ? COLOR_3DSHADOW : COLOR_WINDOWTEXT);
 }
 
@@ -131,20 +132,21 @@ void drawRadioButton(DeviceContext& dc, const RECT& rect, UINT state) {
     const bool dead = (state & (DFCS_INACTIVE | DFCS_PUSHED)) != 0;
     const int inside = dead ? COLOR_3DFACE : COLOR_WINDOW;
     const int ring = mono ? COLOR_WINDOWFRAME : COLOR_3DSHADOW;
-    paintColored(dc, art, button, ring, 'S');
-    paintColored(dc, art, button, flat ? inside : COLOR_3DDKSHADOW, 'D');
-    paintColored(dc, art, button, flat ? inside : COLOR_3DLIGHT, 'L');
-    paintColored(dc, art, button, flat ? ring : COLOR_3DHILIGHT, 'H');
-    paintColored(dc, art, button, inside, 'W');
+    paintColored(dc, art, button, button, ring, 'S');
+    paintColored(dc, art, button, button, flat ? inside : COLOR_3DDKSHADOW, 'D');
+    paintColored(dc, art, button, button, flat ? inside : COLOR_3DLIGHT, 'L');
+    paintColored(dc, art, button, button, flat ? ring : COLOR_3DHILIGHT, 'H');
+    paintColored(dc, art, button, button, inside, 'W');
     if ((state & DFCS_CHECKED) != 0)
-        paintColored(dc, {radioDotRows}, button, (state & DFCS_INACTIVE) != 0 ? COLOR_3DSHADOW : COLOR_WINDOWTEXT);
+        paintColored(dc, {radioDotRows}, button, button,
+                     (state & DFCS_INACTIVE) != 0 ? COLOR_3DSHADOW : COLOR_WINDOWTEXT);
 }
 
 /// White where the background is to stay, black where the button goes.
 void drawRadioMask(DeviceContext& dc, const RECT& rect) {
     paintRect(dc, rect, dc.pixelOf(RGB(255, 255, 255)));
     for (const char cell : {'S', 'D', 'L', 'H', 'W'})
-        paintArt(dc, {radioRows}, squareIn(rect), dc.pixelOf(RGB(0, 0, 0)), cell);
+        paintArt(dc, {radioRows}, squareIn(rect), rect, dc.pixelOf(RGB(0, 0, 0)), cell);
 }
 
 void drawButton(DeviceContext& dc, const RECT& rect, UINT state) {
@@ -173,7 +175,7 @@ void drawCaptionButton(DeviceContext& dc, const RECT& rect, UINT state) {
         return;
     const bool pushed = (state & DFCS_PUSHED) != 0;
     paintEdge(dc, rect, pushed ? EDGE_SUNKEN : EDGE_RAISED, BF_RECT | BF_SOFT | BF_MIDDLE | lookFlags(state));
-    paintSign(dc, signs[which].art, moved(placeIn(rect, signs[which]), pushed ? 1 : 0), state);
+    paintSign(dc, signs[which].art, moved(placeIn(rect, signs[which]), pushed ? 1 : 0), rect, state);
 }
 
 /// Ridges across the corner: two lines of shadow and one of light, three times.
@@ -212,7 +214,7 @@ void drawScrollButton(DeviceContext& dc, const RECT& rect, UINT state) {
         return;
     const bool pushed = (state & DFCS_PUSHED) != 0;
     paintEdge(dc, rect, EDGE_RAISED, BF_RECT | BF_MIDDLE | lookFlags(state) | (pushed ? BF_FLAT : 0U));
-    paintSign(dc, arrows[which].art, moved(placeIn(rect, arrows[which]), pushed ? 1 : 0), state);
+    paintSign(dc, arrows[which].art, moved(placeIn(rect, arrows[which]), pushed ? 1 : 0), rect, state);
 }
 
 void drawMenuSign(DeviceContext& dc, const RECT& rect, UINT state) {
@@ -225,7 +227,7 @@ void drawMenuSign(DeviceContext& dc, const RECT& rect, UINT state) {
         sign = {{checkRows}, {3, 3}, usual};
     else if ((state & DFCS_MENUARROWRIGHT) != 0)
         sign.art = {leftRows};
-    paintArt(dc, sign.art, placeIn(rect, sign), dc.pixelOf(RGB(0, 0, 0)));
+    paintArt(dc, sign.art, placeIn(rect, sign), rect, dc.pixelOf(RGB(0, 0, 0)));
 }
 
 using DrawPart = void (*)(DeviceContext& dc, const RECT& rect, UINT state);

@@ -6,10 +6,10 @@ namespace vndk::win32 {
 
 namespace {
 
-/// A mask over `shown`, which is the part of `place` that can be seen at all: a wild rectangle takes no wild memory.
+/// The mask covers only what can be seen of `place`: a wild rectangle takes no wild memory.
 template <typename IsSet>
-void paintCells(DeviceContext& dc, const RECT& place, std::uint32_t pixel, IsSet isSet) {
-    const RECT shown = intersected(place, dc.reach().bounds());
+void paintCells(DeviceContext& dc, const RECT& place, const RECT& part, std::uint32_t pixel, IsSet isSet) {
+    const RECT shown = intersected(intersected(place, part), dc.reach().bounds());
     if (isEmptyRect(shown))
         return;
     const int stride = (shown.right - shown.left + 7) / 8;
@@ -29,17 +29,18 @@ void paintCells(DeviceContext& dc, const RECT& place, std::uint32_t pixel, IsSet
 
 } // namespace
 
-void paintArt(DeviceContext& dc, const PixelArt& art, const RECT& place, std::uint32_t pixel, char cell) {
+void paintArt(DeviceContext& dc, const PixelArt& art, const RECT& place, const RECT& part, std::uint32_t pixel,
+              char cell) {
     const std::int64_t width = place.right - place.left;
     const std::int64_t height = place.bottom - place.top;
-    paintCells(dc, place, pixel, [&](int x, int y) {
+    paintCells(dc, place, part, pixel, [&](int x, int y) {
         return art.at(static_cast<int>(x * art.width() / width), static_cast<int>(y * art.height() / height)) == cell;
     });
 }
 
 void paintChecked(DeviceContext& dc, const RECT& rect, COLORREF first, COLORREF second) {
     paintRect(dc, rect, dc.pixelOf(first));
-    paintCells(dc, rect, dc.pixelOf(second), [](int x, int y) { return ((x + y) & 1) != 0; });
+    paintCells(dc, rect, rect, dc.pixelOf(second), [](int x, int y) { return ((x + y) & 1) != 0; });
 }
 
 } // namespace vndk::win32
