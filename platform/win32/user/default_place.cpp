@@ -3,6 +3,7 @@
 #include "user/default_procedure.h"
 #include "user/desktop_state.h"
 #include "user/frame_geometry.h"
+#include "user/painting.h"
 #include "user/show_window.h"
 #include "user/window_position.h"
 #include "win32/input.h"
@@ -63,6 +64,7 @@ LRESULT mouseActivate(HWND handle, WPARAM wParam, LPARAM lParam) {
 void setRedraw(HWND handle, bool redraw) {
     Window* window = findWindow(handle);
     window->style = redraw ? window->style | WS_VISIBLE : window->style & ~WS_VISIBLE;
+    refreshContexts();
 }
 
 } // namespace

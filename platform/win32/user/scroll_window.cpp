@@ -3,6 +3,7 @@
 #include "user/input_state.h"
 #include "user/update_region.h"
 #include "user/window_contexts.h"
+#include "user/window_position.h"
 #include "win32/error.h"
 #include "win32/gdi.h"
 
@@ -63,18 +64,18 @@ void shiftRect(RECT& rect, int dx, int dy) {
     rect = {rect.left + dx, rect.top + dy, rect.right + dx, rect.bottom + dy};
 }
 
-void shiftTree(Window& window, int dx, int dy) {
+void shiftWindow(Window& window, int dx, int dy) {
     shiftRect(window.windowRect, dx, dy);
     shiftRect(window.clientRect, dx, dy);
-    for (Window* child : window.children)
-        shiftTree(*child, dx, dy);
+    shiftRect(window.normalRect, dx, dy);
+    shiftChildren(window, dx, dy);
 }
 
-std::vector<HWND> shiftChildren(Window& window, const Region& area, int dx, int dy) {
+std::vector<HWND> scrollChildren(Window& window, const Region& area, int dx, int dy) {
     std::vector<HWND> shiftedOnes;
     for (Window* child : window.children)
         if (area.intersects(child->windowRect)) {
-            shiftTree(*child, dx, dy);
+            shiftWindow(*child, dx, dy);
             shiftedOnes.push_back(child->handle);
         }
     return shiftedOnes;
@@ -133,7 +134,7 @@ int ScrollWindowEx(HWND handle, int dx, int dy, const RECT* scrolled, const RECT
     scrollUpdateRegion(*window, scroll);
     std::vector<HWND> moved;
     if (withChildren) {
-        moved = shiftChildren(*window, scroll.area, scroll.dx, scroll.dy);
+        moved = scrollChildren(*window, scroll.area, scroll.dx, scroll.dy);
         refreshContexts();
     }
     moveCaret(*window, scroll);

@@ -1,6 +1,7 @@
 // Numbers, text and properties kept with windows and classes.
 #include "user/desktop_state.h"
 #include "user/frame_geometry.h"
+#include "user/painting.h"
 #include "win32/codepage.h"
 #include "win32/error.h"
 #include "win32/input.h"
@@ -129,6 +130,7 @@ LONG_PTR setStyle(HWND handle, int index, DWORD value) {
                              : (changed->style & WS_MAXIMIZE) != 0 ? ShowState::maximized
                                                                    : ShowState::normal;
     }
+    refreshContexts();
     styles.styleOld = former;
     send(handle, WM_STYLECHANGED, static_cast<WPARAM>(static_cast<LONG_PTR>(index)), reinterpret_cast<LPARAM>(&styles));
     return static_cast<LONG_PTR>(former);
