@@ -19,7 +19,6 @@ namespace vndk::win32 {
 namespace {
 
 constexpr UINT lastListMessage = LVM_GETBKIMAGEW;
-constexpr LRESULT notifyFormatAnsi = 1;
 
 POINT pointIn(LPARAM lParam) { return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}; }
 
@@ -356,7 +355,7 @@ LRESULT ListView::handleWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
     case WM_GETDLGCODE:
         return DLGC_WANTCHARS | DLGC_WANTARROWS;
     case WM_NOTIFYFORMAT:
-        return notifyFormatAnsi;
+        return NFR_ANSI;
     case CCM_GETUNICODEFORMAT:
         return FALSE;
     case WM_HSCROLL:
@@ -410,9 +409,10 @@ LRESULT ListView::handleWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
 
 LRESULT ListView::onCreate(const CREATESTRUCTA* create) {
     ownerData_ = create != nullptr && (static_cast<DWORD>(create->style) & LVS_OWNERDATA) != 0;
+    SendMessageA(GetParent(window()), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(window()), NF_QUERY);
     measureRows();
     resetGrid();
-    if (isReport())
+    if (alive() && isReport())
         makeHeader();
     return alive() ? 0 : -1;
 }

@@ -223,6 +223,7 @@ private:
     LRESULT onEraseBackground(HDC dc);
     void drawAll(HDC dc, const RECT& area);
     void drawItems(HDC dc, const RECT& area, LRESULT answer);
+    void focusedLast(std::vector<int>& items) const;
     void drawItem(HDC dc, int index, const RECT& area, LRESULT controlAnswer);
     struct ItemLook {
         int index = 0;

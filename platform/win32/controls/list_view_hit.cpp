@@ -40,7 +40,8 @@ int ListView::hitTest(POINT point, UINT& flags) {
         return isItem(row) ? hitItem(row, point, flags) : -1;
     }
     // What was painted last lies on top.
-    const std::vector<int> items = itemsTouching({point.x, point.y, point.x + 1, point.y + 1});
+    std::vector<int> items = itemsTouching({point.x, point.y, point.x + 1, point.y + 1});
+    focusedLast(items);
     for (auto index = items.rbegin(); alive() && index != items.rend(); ++index)
         if (isItem(*index) && hitItem(*index, point, flags) >= 0)
             return *index;

@@ -84,19 +84,26 @@ void ListView::drawAll(HDC dc, const RECT& area) {
 }
 
 void ListView::drawItems(HDC dc, const RECT& area, LRESULT answer) {
-    const std::vector<int> items = itemsTouching(area);
+    std::vector<int> items = itemsTouching(area);
     if (ownerData_ && !items.empty()) {
         NMLVCACHEHINT hint{};
         hint.iFrom = items.front();
         hint.iTo = items.back();
         notify(LVN_ODCACHEHINT, hint);
     }
+    focusedLast(items);
     for (const int index : items) {
         if (!alive() || !isItem(index))
             return;
         if (touches(roughBounds(index), area))
             drawItem(dc, index, area, answer);
     }
+}
+
+/// The label with the focus is shown whole, over its neighbours.
+void ListView::focusedLast(std::vector<int>& items) const {
+    if (isIconic())
+        std::stable_partition(items.begin(), items.end(), [this](int index) { return index != focus_; });
 }
 
 void ListView::drawGridLines(HDC dc, const RECT& area) const {

@@ -20,7 +20,6 @@ namespace vndk::win32 {
 namespace {
 
 constexpr UINT lastTreeMessage = TVM_EDITLABELW;
-constexpr LRESULT notifyFormatAnsi = 1;
 constexpr int linePadding = 3; // of a text's height
 constexpr int indentGap = 3;   // beyond the picture
 constexpr int smallestIndent = 5;
@@ -213,7 +212,7 @@ LRESULT TreeView::handleWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
     case WM_GETDLGCODE:
         return DLGC_WANTCHARS | DLGC_WANTARROWS;
     case WM_NOTIFYFORMAT:
-        return notifyFormatAnsi;
+        return NFR_ANSI;
     case CCM_GETUNICODEFORMAT:
         return FALSE;
     case WM_HSCROLL:
@@ -252,6 +251,9 @@ LRESULT TreeView::handleWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
 // ---- Life ----------------------------------------------------------------------------------------------------------
 
 LRESULT TreeView::onCreate() {
+    SendMessageA(GetParent(window()), WM_NOTIFYFORMAT, reinterpret_cast<WPARAM>(window()), NF_QUERY);
+    if (!alive())
+        return -1;
     measureLines();
     if (hasStyle(TVS_CHECKBOXES))
         makeCheckBoxes();

@@ -370,12 +370,12 @@ LRESULT TreeView::onGetNextItem(HTREEITEM handle, UINT which) const {
 
 LRESULT TreeView::onSortChildren(HTREEITEM handle, bool below) {
     TreeItem* parent = sorting_ ? nullptr : parentOf(handle);
-    if (parent == nullptr)
+    if (parent == nullptr || parent->children.empty())
         return FALSE;
     endLabelEdit(false);
-    if (!alive() || parentOf(handle) == nullptr)
+    if (!alive())
         return FALSE;
-    std::vector<HTREEITEM> parents{parent == items_.root() ? nullptr : handle};
+    std::vector<HTREEITEM> parents{handle};
     while (alive() && !parents.empty()) {
         TreeItem* each = parentOf(parents.back());
         parents.pop_back();

@@ -40,6 +40,12 @@ constexpr UINT CCM_SETVERSION = CCM_FIRST + 7; // the last version set; version 
 constexpr UINT CCM_GETVERSION = CCM_FIRST + 8;
 constexpr UINT CCM_SETNOTIFYWINDOW = CCM_FIRST + 9;
 
+// WM_NOTIFYFORMAT: which kind of text the notifications carry. Here it is always 8-bit text, whatever a parent answers.
+constexpr LRESULT NFR_ANSI = 1;
+constexpr LRESULT NFR_UNICODE = 2;
+constexpr LPARAM NF_QUERY = 3;   // a control that is being made asks its parent
+constexpr LPARAM NF_REQUERY = 4; // a parent makes the control ask again
+
 // Placeholders: the control asks its parent each time (…N_GETDISPINFO).
 inline const LPSTR LPSTR_TEXTCALLBACKA = reinterpret_cast<LPSTR>(~UINT_PTR{0});
 inline const LPSTR LPSTR_TEXTCALLBACK = LPSTR_TEXTCALLBACKA;
