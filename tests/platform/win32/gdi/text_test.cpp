@@ -50,8 +50,9 @@ TEST(Font, HeightIsTheEmsWhenNegativeAndTheCellsWhenPositive) {
         const TEXTMETRICA metrics = metricsOf(canvas);
         EXPECT_LE(metrics.tmHeight, row.cell) << row.height;
         EXPECT_GT(metrics.tmHeight, 0) << row.height;
-        if (row.em != 0)
+        if (row.em != 0) {
             EXPECT_EQ(metrics.tmHeight - metrics.tmInternalLeading, row.em) << row.height;
+        }
     }
 }
 
@@ -149,8 +150,9 @@ TEST(TextExtent, CountsTheCharactersThatFit) {
         EXPECT_EQ(size.cx, canvas.textWidth(text));
         ASSERT_LE(fit, 7);
         EXPECT_LE(fit == 0 ? -1 : extents[fit - 1], room) << room;
-        if (fit < 7)
+        if (fit < 7) {
             EXPECT_GT(canvas.textWidth(std::string(text, static_cast<std::size_t>(fit) + 1).c_str()), room) << room;
+        }
     }
 }
 
