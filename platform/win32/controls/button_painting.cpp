@@ -93,7 +93,10 @@ void paintPush(HDC dc, RECT rect, const ButtonLook& look) {
     const COLORREF formerColor = SetTextColor(dc, GetSysColor(COLOR_BTNTEXT));
     const UINT format = textFormat(look.style, BS_CENTER);
     const SIZE size = measureContent(dc, look, rect, format);
-    POINT at = alignInside(rect, size, look.style, BS_CENTER, BS_VCENTER);
+    // What is aligned to a side keeps off the focus rectangle there.
+    RECT place = rect;
+    InflateRect(&place, -2, -1);
+    POINT at = alignInside(place, size, look.style, BS_CENTER, BS_VCENTER);
     if (down) {
         ++at.x;
         ++at.y;

@@ -39,13 +39,12 @@ void Edit::paint(HDC dc, const RECT& part) {
         SetTextColor(dc, GetSysColor(COLOR_GRAYTEXT));
     SetBkMode(dc, TRANSPARENT);
     const int saved = SaveDC(dc);
-    const RECT client = clientRect();
-    // Lines that don't fit in whole are cut off at the formatting rectangle, too.
-    IntersectClipRect(dc, format_.left, format_.top, format_.right,
-                      multiLine_ ? std::max(format_.bottom, format_.top + measure_.lineHeight) : client.bottom);
+    // Of many lines, one that would show in part only isn't painted.
+    const LONG bottom = multiLine_ ? format_.top + visibleLines() * measure_.lineHeight : clientRect().bottom;
+    IntersectClipRect(dc, format_.left, format_.top, format_.right, bottom);
     const int first = std::max(firstLine_, firstLine_ + (static_cast<int>(part.top) - static_cast<int>(format_.top)) /
                                                             measure_.lineHeight);
-    for (int index = first; index < layout_.count() && lineTop(index) < part.bottom; ++index)
+    for (int index = first; index < layout_.count() && lineTop(index) < std::min(part.bottom, bottom); ++index)
         paintLine(dc, index, lineTop(index));
     RestoreDC(dc, saved);
     if (formerFont != nullptr)
