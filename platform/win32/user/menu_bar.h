@@ -11,7 +11,8 @@ namespace vndk::win32 {
 /// The window has a bar: it is no child, and a menu was set.
 [[nodiscard]] bool hasMenuBar(const Window& window);
 /// Height of the bar at this width, with the line below it. Items that don't fit go into further rows. 0 without a bar.
-/// Lays the items out; the owner is asked for the sizes of items that it draws (WM_MEASUREITEM) at the first time.
+/// Lays the items out and sends nothing: items that the owner draws get their sizes (WM_MEASUREITEM) when the bar is
+/// drawn for the first time, or by DrawMenuBar.
 int menuBarHeight(HWND window, int width);
 /// Paints the bar into a context of the whole window; `area` in that context's coordinates.
 void drawMenuBar(HWND window, HDC dc, const RECT& area);
