@@ -11,7 +11,7 @@ namespace vndk::win32 {
 
 namespace {
 
-constexpr int mostRows = 1 << 15;
+constexpr int longestSide = 1 << 15; // the fourth power of a side must fit into 64 bits
 
 int ceiling(double value) { return static_cast<int>(std::ceil(value)); }
 
@@ -57,31 +57,55 @@ void addPieces(RegionBuilder& builder, const std::vector<Crossing>& crossings, i
     }
 }
 
-/// A round shape's insets: the ellipse's own path runs through the centres of its outermost pixels. In the flat part
-/// of the curve every column has a pixel, in the steep part every row; a row takes the wider of the two.
-int ellipseInset(double radiusX, double radiusY, double fromCenter) {
-    if (radiusX == 0 || radiusY == 0)
-        return 0;
-    const auto columnAt = [=](double y) {
-        const double part = y / radiusY;
-        return part >= 1 ? 0.0 : radiusX * std::sqrt(1 - part * part);
-    };
-    const int most = static_cast<int>(std::floor(radiusX));
-    int inset = ceiling(radiusX - columnAt(fromCenter) - 0.5);
-    if (fromCenter - 0.5 < radiusY) {
-        const double flatUntil = radiusX * radiusX / std::hypot(radiusX, radiusY);
-        const double reached = columnAt(std::max(fromCenter - 0.5, 0.0));
-        inset = std::min(inset, ceiling(radiusX - std::min(reached, flatUntil)));
+/// An ellipse whose path runs through the centres of the outermost pixels of a box. Places count from its middle in
+/// halves of pixels, so that all sums are exact.
+class EllipsePath {
+public:
+    EllipsePath(int width, int height) : width_(width - 1), height_(height - 1) {}
+
+    /// Of the row `fromMiddle`: every row takes the column nearest to the path, and every column the row nearest to it,
+    /// of two equally near ones the outer one. The inset is that of the outermost pixel the row gets either way.
+    [[nodiscard]] int inset(int fromMiddle) const {
+        const auto row = [this, fromMiddle](int column) { return column <= 1 || holds(column - 1, fromMiddle); };
+        const auto byColumn = [this, fromMiddle](int column) { return holds(column, std::max(fromMiddle - 1, 0)); };
+        int outermost = widest(fromMiddle, row);
+        const int candidate = widest(std::max(fromMiddle - 1, 0), byColumn);
+        const bool isNearestRow = byColumn(candidate) && !holds(candidate, fromMiddle + 1);
+        if (isNearestRow)
+            outermost = std::max(outermost, candidate);
+        return (width_ - outermost) / 2;
     }
-    return std::clamp(inset, 0, most);
-}
+
+private:
+    [[nodiscard]] bool holds(std::int64_t x, std::int64_t y) const {
+        const std::int64_t part = x * x * height_ * height_ + y * y * width_ * width_;
+        return part <= width_ * width_ * height_ * height_;
+    }
+    /// The outermost column for which `belongs` holds, or else the innermost one; found from where the path is near.
+    template <typename Belongs>
+    [[nodiscard]] int widest(int fromMiddle, Belongs belongs) const {
+        const int innermost = static_cast<int>(width_ % 2);
+        const double part = height_ == 0 ? 0 : static_cast<double>(fromMiddle) / static_cast<double>(height_);
+        const double near = static_cast<double>(width_) * std::sqrt(std::max(0.0, 1 - part * part));
+        int column = innermost + static_cast<int>(near) / 2 * 2;
+        while (column + 2 <= width_ && belongs(column + 2))
+            column += 2;
+        while (column > innermost && (column > width_ || !belongs(column)))
+            column -= 2;
+        return column;
+    }
+
+    std::int64_t width_; // between the outermost centres
+    std::int64_t height_;
+};
 
 std::vector<int> ellipseInsets(int width, int height) {
-    std::vector<int> insets(static_cast<std::size_t>(height));
-    const double radiusX = (width - 1) / 2.0;
-    const double radiusY = (height - 1) / 2.0;
+    std::vector<int> insets(static_cast<std::size_t>(height), 0);
+    if (width == 1 || height == 1)
+        return insets;
+    const EllipsePath path(width, height);
     for (int row = 0; row < (height + 1) / 2; ++row) {
-        const int inset = ellipseInset(radiusX, radiusY, radiusY - row);
+        const int inset = path.inset(height - 1 - 2 * row);
         insets[static_cast<std::size_t>(row)] = inset;
         insets[static_cast<std::size_t>(height - 1 - row)] = inset;
     }
@@ -128,8 +152,8 @@ void addSegment(SpanSet& spans, PointD from, PointD to, double width) {
 
 void addDisc(SpanSet& spans, PointD at, const std::vector<int>& insets) {
     const int size = static_cast<int>(insets.size());
-    const int left = static_cast<int>(std::lround(at.x)) - size / 2;
-    const int top = static_cast<int>(std::lround(at.y)) - size / 2;
+    const int left = ceiling(at.x - size / 2.0);
+    const int top = ceiling(at.y - size / 2.0);
     const int first = std::max(0, spans.bounds().top - top);
     const int end = std::min(size, spans.bounds().bottom - top);
     for (int row = first; row < end; ++row) {
@@ -195,7 +219,7 @@ Region fillOutlines(const std::vector<Outline>& outlines, int fillMode, const RE
 std::optional<RoundShape> RoundShape::create(const RECT& box, SIZE ellipse) {
     RoundShape shape;
     shape.box_ = box;
-    if (shape.width() < 1 || shape.height() < 1 || shape.height() > mostRows)
+    if (shape.width() < 1 || shape.height() < 1 || shape.width() > longestSide || shape.height() > longestSide)
         return {};
     const int cornerWidth = std::min(std::abs(ellipse.cx), shape.width());
     const int cornerHeight = std::min(std::abs(ellipse.cy), shape.height());
@@ -268,6 +292,19 @@ std::vector<POINT> RoundShape::contour() const {
             addRow(row, run.inner, run.outer);
     }
     return points;
+}
+
+std::optional<Region> roundRing(const RECT& box, SIZE ellipse, int width) {
+    const int before = width / 2;
+    const int after = width - 1 - before;
+    const RECT outerBox{box.left - before, box.top - before, box.right + after, box.bottom + after};
+    const auto outer = RoundShape::create(outerBox, {ellipse.cx + width - 1, ellipse.cy + width - 1});
+    if (!outer)
+        return {};
+    const RECT innerBox{box.left + after + 1, box.top + after + 1, box.right - before - 1, box.bottom - before - 1};
+    const SIZE innerEllipse{std::max(ellipse.cx - width - 1, 0), std::max(ellipse.cy - width - 1, 0)};
+    const auto inner = RoundShape::create(innerBox, innerEllipse);
+    return inner ? outer->region() - inner->region() : outer->region();
 }
 
 std::optional<Region> roundRectRegion(const RECT& box, SIZE ellipse) {

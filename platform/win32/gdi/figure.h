@@ -27,8 +27,8 @@ using Outline = std::vector<PointD>;
 /// Ellipses and rounded rectangles: symmetric, each row one piece.
 class RoundShape {
 public:
-    /// The corners are quarters of an ellipse of the given size. Nothing for an empty rectangle and for one that is
-    /// higher than 2^15 pixels, for each row is kept.
+    /// The corners are quarters of an ellipse of the given size. Nothing for an empty rectangle and for one with a
+    /// side longer than 2^15 pixels.
     [[nodiscard]] static std::optional<RoundShape> create(const RECT& box, SIZE ellipse);
 
     [[nodiscard]] Region region() const;
@@ -51,6 +51,10 @@ private:
     RECT box_{};
     std::vector<int> insets_; // of each row, at both ends
 };
+
+/// What a wide pen covers along the edge of a rounded shape. Nothing for an empty rectangle and a shape that is too
+/// large. REQUIRES: the ellipse is no larger than the box.
+[[nodiscard]] std::optional<Region> roundRing(const RECT& box, SIZE ellipse, int width);
 
 /// Nothing for a shape that is too large; the empty region for an empty rectangle.
 [[nodiscard]] std::optional<Region> ellipseRegion(const RECT& box);

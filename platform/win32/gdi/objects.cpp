@@ -179,7 +179,7 @@ HPEN CreatePen(int style, int width, COLORREF color) {
         return nullptr;
     }
     // A width below 0 means its amount, as in the published call; far wider than any surface is as good as infinite.
-    const int thickness = static_cast<int>(std::clamp<std::int64_t>(std::abs(std::int64_t{width}), 1, 1 << 16));
+    const int thickness = static_cast<int>(std::clamp<std::int64_t>(std::abs(std::int64_t{width}), 1, 1 << 15));
     return static_cast<HPEN>(newObject({PenObject{static_cast<UINT>(style), thickness, color, false}}));
 }
 

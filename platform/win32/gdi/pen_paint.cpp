@@ -216,12 +216,15 @@ void PenPaint::polyline(std::span<const POINT> points) {
 }
 
 void PenPaint::stroke(const std::vector<PointD>& points) const {
-    if (nothing())
-        return;
+    if (!nothing())
+        region(strokeRegion(points, width_, context_.reach().bounds()));
+}
+
+void PenPaint::region(const Region& region) const {
     BrushObject brush;
     brush.color = color_;
-    paintRegion(context_, strokeRegion(points, width_, context_.reach().bounds()), BrushPaint(context_, brush),
-                context_.state.rop2);
+    if (!nothing())
+        paintRegion(context_, region, BrushPaint(context_, brush), context_.state.rop2);
 }
 
 void PenPaint::pixels(std::span<const POINT> points) {

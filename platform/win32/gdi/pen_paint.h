@@ -22,6 +22,8 @@ public:
     void polyline(std::span<const POINT> points);
     /// The same for a wide pen, whose ends are round, with points between pixels.
     void stroke(const std::vector<PointD>& points) const;
+    /// All of a region.
+    void region(const Region& region) const;
     /// Single pixels that follow one another; for pens of width 1.
     void pixels(std::span<const POINT> points);
 

@@ -30,10 +30,13 @@ public:
     void fill(const Region& region) const { paintRegion(context_, region, brush_, context_.state.rop2); }
     void fill(const RECT& rect) const { paintRect(context_, rect, brush_, context_.state.rop2); }
 
-    /// Fills an outline and draws a wide pen around it; no pixel is painted by both.
-    void fillAndStroke(const Region& inside, const std::vector<PointD>& edge) {
-        fill(pen_.nothing() ? inside : inside - strokeRegion(edge, pen_.width(), bounds()));
-        pen_.stroke(edge);
+    /// Fills an inside and draws a wide pen's edge; no pixel is painted by both.
+    void fillAndEdge(const Region& inside, const Region& edge) const {
+        fill(inside - edge);
+        pen_.region(edge);
+    }
+    void fillAndStroke(const Region& inside, const std::vector<PointD>& edge) const {
+        fillAndEdge(inside, pen_.nothing() ? Region() : strokeRegion(edge, pen_.width(), bounds()));
     }
 
     /// The rectangle of a figure as the pen needs it: smaller by one without a pen, and by the half of a wide pen that
@@ -102,10 +105,11 @@ void paintRound(FigurePainter& painter, const RECT& box, SIZE ellipse) {
     } else if (shape && painter.pen().width() == 1) {
         painter.fill(shape->interior());
         painter.pen().pixels(shape->contour());
+    } else if (const auto ring = shape ? roundRing(box, ellipse, painter.pen().width()) : std::nullopt) {
+        painter.fillAndEdge(shape->region(), *ring);
     } else {
         const std::vector<PointD> edge = ellipse.cx > 0 && ellipse.cy > 0 ? roundedEdge(box, ellipse) : cornersOf(box);
-        const Region inside = shape ? shape->region() : fillOutlines({edge}, WINDING, painter.bounds());
-        painter.fillAndStroke(inside, edge);
+        painter.fillAndStroke(fillOutlines({edge}, WINDING, painter.bounds()), edge);
     }
 }
 

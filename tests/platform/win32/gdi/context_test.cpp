@@ -318,6 +318,30 @@ TEST(WindowContexts, PaintTheirVisiblePartOnlyAndKeepItFromTheClip) {
     DeleteObject(region);
 }
 
+TEST(WindowContexts, CountClipAndPatternsFromTheirOwnCorner) {
+    std::vector<std::uint32_t> pixels(64);
+    const HDC dc = createWindowDC({pixels.data(), 8, 8, 8}, {3, 2}, Region(RECT{0, 0, 8, 8}), nullptr);
+    IntersectClipRect(dc, 1, 1, 4, 3);
+    const std::uint8_t bits[] = {0x80, 0, 0x00, 0};
+    const HBITMAP bitmap = CreateBitmap(2, 2, 1, 1, bits);
+    const HBRUSH pattern = CreatePatternBrush(bitmap);
+    SetTextColor(dc, kRed);
+    const RECT all{-9, -9, 9, 9};
+    FillRect(dc, &all, pattern);
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 8; ++x) {
+            const bool inside = x >= 4 && x < 7 && y >= 3 && y < 5;
+            const bool one = (x - 3) % 2 == 0 && (y - 2) % 2 == 0;
+            EXPECT_EQ(pixels[static_cast<std::size_t>(y * 8 + x)], !inside ? 0U
+                                                                   : one   ? 0xFFFFFFFF
+                                                                           : 0xFFFF0000)
+                << x << ", " << y;
+        }
+    deleteWindowDC(dc);
+    DeleteObject(pattern);
+    DeleteObject(bitmap);
+}
+
 TEST(DeadHandles, AreRefusedByEveryCall) {
     Canvas canvas(4, 4);
     const HDC dead = CreateCompatibleDC(nullptr);

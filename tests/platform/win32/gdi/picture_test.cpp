@@ -64,7 +64,8 @@ TEST(Picture, DifferencesAreCountedBoundedAndShown) {
     EXPECT_EQ(difference.bounds.bottom, 3);
     EXPECT_EQ(difference.picture.at(1, 1), 0xFFFF0000);
     EXPECT_NE(difference.picture.at(0, 1), 0xFFFF0000);
-    Picture smaller = copyPicture(first.pixels.data(), 4, {0, 0, 4, 3});
+    EXPECT_FALSE(comparePictures(first, copyPicture(first.pixels.data(), 4, {0, 0, 3, 4})).same());
+    const Picture smaller = copyPicture(first.pixels.data(), 4, {0, 0, 4, 3});
     const PictureDifference sizes = comparePictures(first, smaller);
     EXPECT_FALSE(sizes.same());
     EXPECT_EQ(sizes.picture.height, 4);

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -87,6 +88,52 @@ TEST(Ellipse, OutlineLiesWithinOnePixelOfTheCurve) {
         // A thin curve has one pixel for each step along the longer direction.
         EXPECT_NEAR(pixels, 8 * radius / std::sqrt(2.0), 9) << size;
     }
+}
+
+TEST(Ellipse, LyingDownIsTheSameAsStanding) {
+    for (int width = 1; width < 40; ++width)
+        for (int height = 1; height <= width; ++height) {
+            Canvas lying(width, height);
+            Canvas standing(height, width);
+            Ellipse(lying.dc(), 0, 0, width, height);
+            Ellipse(standing.dc(), 0, 0, height, width);
+            for (int y = 0; y < height; ++y)
+                for (int x = 0; x < width; ++x)
+                    ASSERT_EQ(lying.pixel(x, y), standing.pixel(y, x))
+                        << width << " x " << height << ": " << x << ", " << y;
+        }
+}
+
+TEST(Figures, WithAWidePenPaintNoPixelTwice) {
+    const std::vector<std::function<void(HDC)>> figures{
+        [](HDC dc) { Rectangle(dc, 5, 5, 35, 30); },
+        [](HDC dc) { Ellipse(dc, 5, 5, 35, 30); },
+        [](HDC dc) { RoundRect(dc, 5, 5, 35, 30, 10, 14); },
+    };
+    for (std::size_t index = 0; index < figures.size(); ++index) {
+        Canvas canvas(40, 40);
+        canvas.pen(PS_SOLID, 5, kWhite);
+        canvas.brush(kWhite);
+        SetROP2(canvas.dc(), R2_XORPEN);
+        figures[index](canvas.dc());
+        for (int x = 3; x < 37; ++x)
+            EXPECT_EQ(canvas.color(x, 18), kBlack) << "figure " << index << ", column " << x;
+    }
+}
+
+TEST(Figures, WithAWidePenAreSymmetric) {
+    for (int width : {2, 3, 4, 7})
+        for (int size : {20, 21}) {
+            Canvas canvas(size + 10, size + 10);
+            canvas.pen(PS_SOLID, width, kBlack);
+            RoundRect(canvas.dc(), 5, 5, 5 + size, 5 + size, 12, 12);
+            const int last = size + 9 + (width % 2 == 0 ? -1 : 0); // an even pen lies half a pixel higher
+            for (int y = 0; y <= last; ++y)
+                for (int x = 0; x <= last; ++x) {
+                    ASSERT_EQ(canvas.pixel(x, y), canvas.pixel(last - x, y)) << width << ": " << x << ", " << y;
+                    ASSERT_EQ(canvas.pixel(x, y), canvas.pixel(y, x)) << width << ": " << x << ", " << y;
+                }
+        }
 }
 
 TEST(Ellipse, OutlineAndInsideArePaintedOnceEach) {
