@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace vndk::win32 {
 
 namespace {
 
+constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr int longestSide = 1 << 15; // the fourth power of a side must fit into 64 bits
 
 int ceiling(double value) { return static_cast<int>(std::ceil(value)); }
@@ -73,7 +75,7 @@ public:
         const bool isNearestRow = byColumn(candidate) && !holds(candidate, fromMiddle + 1);
         if (isNearestRow)
             outermost = std::max(outermost, candidate);
-        return (width_ - outermost) / 2;
+        return static_cast<int>((width_ - outermost) / 2);
     }
 
 private:
@@ -122,8 +124,8 @@ void addConvex(SpanSet& spans, const std::array<PointD, 4>& corners) {
     const int firstRow = std::max(ceiling(top), int{spans.bounds().top});
     const int endRow = std::min(ceiling(bottom), int{spans.bounds().bottom});
     for (int row = firstRow; row < endRow; ++row) {
-        double left = INFINITY;
-        double right = -INFINITY;
+        double left = infinity;
+        double right = -infinity;
         for (std::size_t index = 0; index < corners.size(); ++index) {
             const PointD& a = corners[index];
             const PointD& b = corners[(index + 1) % corners.size()];
@@ -174,10 +176,10 @@ double wrappedAngle(double angle) {
 } // namespace
 
 RECT boundsOf(const std::vector<Outline>& outlines) {
-    double left = INFINITY;
-    double top = INFINITY;
-    double right = -INFINITY;
-    double bottom = -INFINITY;
+    double left = infinity;
+    double top = infinity;
+    double right = -infinity;
+    double bottom = -infinity;
     for (const Outline& outline : outlines) {
         for (const PointD& corner : outline) {
             left = std::min(left, corner.x);

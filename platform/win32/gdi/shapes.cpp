@@ -142,19 +142,21 @@ std::vector<PointD> closing(const EllipseArc& arc, const std::vector<PointD>& ed
     }
 }
 
-POINT nearestPixel(PointD point) {
-    return {static_cast<LONG>(std::lround(point.x)), static_cast<LONG>(std::lround(point.y))};
+std::vector<POINT> nearestPixels(const std::vector<PointD>& points) {
+    std::vector<POINT> pixels(points.size());
+    std::transform(points.begin(), points.end(), pixels.begin(), [](PointD point) {
+        return POINT{static_cast<LONG>(std::lround(point.x)), static_cast<LONG>(std::lround(point.y))};
+    });
+    return pixels;
 }
 
 void drawArcThinly(FigurePainter& painter, const RECT& box, const EllipseArc& arc, const std::vector<PointD>& edge) {
     const auto shape = RoundShape::create(box, {box.right - box.left, box.bottom - box.top});
-    std::vector<POINT> pixels;
     if (!shape) {
-        for (const PointD& point : edge)
-            pixels.push_back(nearestPixel(point));
-        painter.pen().polyline(pixels);
+        painter.pen().polyline(nearestPixels(edge));
         return;
     }
+    std::vector<POINT> pixels;
     for (const POINT& pixel : shape->contour())
         if (arc.contains(pixel))
             pixels.push_back(pixel);
@@ -171,10 +173,7 @@ void paintArc(FigurePainter& painter, const RECT& box, const EllipseArc& arc, Ar
     }
     if (painter.pen().width() == 1) {
         drawArcThinly(painter, box, arc, edge);
-        std::vector<POINT> corners;
-        for (const PointD& point : back)
-            corners.push_back(nearestPixel(point));
-        painter.pen().polyline(corners);
+        painter.pen().polyline(nearestPixels(back));
     } else {
         edge.insert(edge.end(), back.begin(), back.end());
         painter.pen().stroke(edge);

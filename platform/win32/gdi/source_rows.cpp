@@ -107,7 +107,7 @@ void SourceRows::sampleRow(int x, int count, BlitSamples rows) {
     for (int row = rows.first; row < rows.end; ++row) {
         loadValues(row);
         for (int index = 0; index < count; ++index) {
-            const BlitSamples samples = columns_[static_cast<std::size_t>(x - area_.left + index)];
+            const BlitSamples samples = columnSamples(x + index);
             std::uint32_t& result = result_[static_cast<std::size_t>(index)];
             for (int column = samples.first; column < samples.end; ++column) {
                 const std::uint32_t value = values_[static_cast<std::size_t>(column)];
@@ -123,7 +123,7 @@ void SourceRows::averageRow(int x, int count, BlitSamples rows) {
     for (int row = rows.first; row < rows.end; ++row) {
         loadValues(row);
         for (int index = 0; index < count; ++index) {
-            const BlitSamples samples = columns_[static_cast<std::size_t>(x - area_.left + index)];
+            const BlitSamples samples = columnSamples(x + index);
             std::uint64_t* sums = sums_.data() + static_cast<std::size_t>(index) * 3;
             for (int column = samples.first; column < samples.end; ++column) {
                 const std::uint32_t value = values_[static_cast<std::size_t>(column)];

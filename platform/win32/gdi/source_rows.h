@@ -26,6 +26,10 @@ private:
     [[nodiscard]] static Merge mergeOf(const BlitJob& job, const Surface& target);
     [[nodiscard]] static Surface valuesOf(const BlitJob& job, Merge merge);
     [[nodiscard]] BlitSamples clipped(const BlitAxis& axis, int place, int limit) const;
+    [[nodiscard]] const BlitSamples& columnSamples(int x) const {
+        const int column = x - area_.left;
+        return columns_[static_cast<std::size_t>(column)];
+    }
     void loadValues(int row);
     void sampleRow(int x, int count, BlitSamples rows);
     void averageRow(int x, int count, BlitSamples rows);

@@ -270,7 +270,7 @@ TEST(Origins, FarOffNeverOverflow) {
 }
 
 TEST(DeviceCaps, DescribeTheScreen) {
-    std::vector<std::uint32_t> pixels(1280 * 4);
+    std::vector<std::uint32_t> pixels(std::size_t{1280} * 4);
     vndk::win32::setScreenTarget({pixels.data(), 1280, 4, 1280});
     const HDC dc = CreateDC("DISPLAY", nullptr, nullptr, nullptr);
     EXPECT_EQ(GetDeviceCaps(dc, HORZRES), 1280);

@@ -12,7 +12,7 @@ namespace {
 using namespace vndk::win32;
 
 Picture samplePicture() {
-    std::vector<std::uint32_t> pixels(6 * 5);
+    std::vector<std::uint32_t> pixels(30);
     for (std::size_t index = 0; index < pixels.size(); ++index)
         pixels[index] = 0xFF000000 | static_cast<std::uint32_t>(index * 0x070503);
     pixels[7] = 0x80402010;

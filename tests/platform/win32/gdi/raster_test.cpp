@@ -35,27 +35,31 @@ public:
     Section& operator=(const Section&) = delete;
 
     [[nodiscard]] HDC dc() const { return dc_; }
+    [[nodiscard]] std::uint8_t* row(int y) const {
+        return static_cast<std::uint8_t*>(bits_) + std::ptrdiff_t{stride_} * (height_ - 1 - y);
+    }
     [[nodiscard]] std::uint32_t mask() const { return bitsPerPixel_ == 32 ? 0xFFFFFFFF : (1U << bitsPerPixel_) - 1; }
     /// What is stored, by a way of its own: bit by bit.
     [[nodiscard]] std::uint32_t stored(int x, int y) const {
         std::uint32_t value = 0;
         const int bytes = std::max(bitsPerPixel_ / 8, 1);
-        const std::uint8_t* row = static_cast<std::uint8_t*>(bits_) + (height_ - 1 - y) * stride_;
+        const std::uint8_t* bytesOfRow = row(y);
         if (bitsPerPixel_ < 8)
-            return row[x * bitsPerPixel_ / 8] >> (8 - bitsPerPixel_ - x * bitsPerPixel_ % 8) & mask();
+            return bytesOfRow[x * bitsPerPixel_ / 8] >> (8 - bitsPerPixel_ - x * bitsPerPixel_ % 8) & mask();
         for (int byte = bytes - 1; byte >= 0; --byte)
-            value = value << 8 | row[x * bytes + byte];
+            value = value << 8 | bytesOfRow[x * bytes + byte];
         return value;
     }
     void store(int x, int y, std::uint32_t value) {
-        std::uint8_t* row = static_cast<std::uint8_t*>(bits_) + (height_ - 1 - y) * stride_;
+        std::uint8_t* bytesOfRow = row(y);
         if (bitsPerPixel_ < 8) {
             const int shift = 8 - bitsPerPixel_ - x * bitsPerPixel_ % 8;
-            std::uint8_t& byte = row[x * bitsPerPixel_ / 8];
+            std::uint8_t& byte = bytesOfRow[x * bitsPerPixel_ / 8];
             byte = static_cast<std::uint8_t>((byte & ~(mask() << shift)) | (value & mask()) << shift);
             return;
         }
-        std::memcpy(row + x * (bitsPerPixel_ / 8), &value, static_cast<std::size_t>(bitsPerPixel_ / 8));
+        std::memcpy(bytesOfRow + std::ptrdiff_t{x} * (bitsPerPixel_ / 8), &value,
+                    static_cast<std::size_t>(bitsPerPixel_ / 8));
     }
 
 private:

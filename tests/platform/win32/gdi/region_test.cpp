@@ -20,15 +20,20 @@ namespace {
 constexpr int side = 24;
 
 /// The same set as single pixels.
-using Bits = std::bitset<side * side>;
+using Bits = std::bitset<std::size_t{side} * side>;
+
+std::size_t bitOf(int x, int y) {
+    const int bit = y * side + x;
+    return static_cast<std::size_t>(bit);
+}
 
 Bits bitsOf(const Region& region) {
     Bits bits;
     for (const RECT& rect : region.rects())
         for (int y = rect.top; y < rect.bottom; ++y)
             for (int x = rect.left; x < rect.right; ++x) {
-                EXPECT_FALSE(bits[static_cast<std::size_t>(y * side + x)]) << "rectangles overlap";
-                bits.set(static_cast<std::size_t>(y * side + x));
+                EXPECT_FALSE(bits[bitOf(x, y)]) << "rectangles overlap";
+                bits.set(bitOf(x, y));
             }
     return bits;
 }
@@ -110,7 +115,7 @@ TEST(Region, PointsAndRectanglesAreFoundAsOnSinglePixels) {
         const Bits bits = bitsOf(region);
         for (int y = 0; y < side; ++y)
             for (int x = 0; x < side; ++x)
-                ASSERT_EQ(region.contains({x, y}), bits[static_cast<std::size_t>(y * side + x)]) << x << ", " << y;
+                ASSERT_EQ(region.contains({x, y}), bits[bitOf(x, y)]) << x << ", " << y;
         const RECT rect = random.rect();
         ASSERT_EQ(region.intersects(rect), (bits & bitsOf(Region(rect))).any()) << "round " << round;
     }
