@@ -214,24 +214,36 @@ LRESULT ComboBox::setFieldHeight(int height) {
 
 /// The window follows the height of its field.
 void ComboBox::takeFieldHeight() {
-    if (dropsDown()) {
-        RECT rect{};
-        GetWindowRect(window(), &rect);
-        if (rect.bottom - rect.top != comboHeight())
-            SetWindowPos(window(), nullptr, 0, 0, rect.right - rect.left, comboHeight(),
-                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    RECT rect{};
+    GetWindowRect(window(), &rect);
+    const int height = rect.bottom - rect.top;
+    const int wanted = dropsDown() ? comboHeight() : simpleHeight(height);
+    if (height != wanted)
+        SetWindowPos(window(), nullptr, 0, 0, rect.right - rect.left, wanted,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     if (alive())
         layOut();
 }
 
-/// Whatever height is asked for belongs to the list that drops down; the window has the height of its field.
+/// Whatever height is asked for belongs to the list that drops down; the window has the height of its field. A list
+/// that stands below takes whole items.
 void ComboBox::positionChanging(WINDOWPOS* position) {
-    if (position == nullptr || !dropsDown() || list_ == nullptr || (position->flags & SWP_NOSIZE) != 0)
+    if (position == nullptr || list_ == nullptr || (position->flags & SWP_NOSIZE) != 0)
         return;
+    if (!dropsDown()) {
+        position->cy = simpleHeight(position->cy);
+        return;
+    }
     if (position->cy > comboHeight())
         listHeight_ = position->cy - comboHeight();
     position->cy = comboHeight();
+}
+
+int ComboBox::simpleHeight(int asked) const {
+    const auto item = static_cast<int>(askList(LB_GETITEMHEIGHT));
+    const int frame = comboHeight() + 2 * GetSystemMetrics(SM_CYEDGE);
+    const bool whole = (style_ & (CBS_NOINTEGRALHEIGHT | CBS_OWNERDRAWVARIABLE)) == 0;
+    return whole && item > 0 && asked - frame > item ? asked - (asked - frame) % item : asked;
 }
 
 RECT ComboBox::buttonRect() const {

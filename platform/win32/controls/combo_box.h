@@ -66,6 +66,7 @@ private:
     [[nodiscard]] RECT fieldRect() const;
     [[nodiscard]] RECT buttonRect() const;
     [[nodiscard]] int comboHeight() const;
+    [[nodiscard]] int simpleHeight(int asked) const;
     LRESULT fillInfo(COMBOBOXINFO* info) const;
     LRESULT setFieldHeight(int height);
     void enableChildren(bool enable);

@@ -193,11 +193,11 @@ void ComboBox::listLostMouse() {
 }
 
 void ComboBox::pressedElsewhere(UINT message, POINT point) {
-    RECT own{};
-    GetWindowRect(window(), &own);
+    // Where a press opens the list, this one has done its work by closing it.
+    RECT opens = hasEdit() ? buttonRect() : clientRect();
+    MapWindowPoints(window(), nullptr, reinterpret_cast<POINT*>(&opens), 2);
     close(Close::leave);
-    // On ourselves it has done its work, which is to close the list.
-    if (PtInRect(&own, point) == FALSE)
+    if (PtInRect(&opens, point) == FALSE)
         repeatPress(message, point);
 }
 

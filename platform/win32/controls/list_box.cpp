@@ -115,6 +115,8 @@ LRESULT ListBox::create() {
     columnWidth_ = 15 * averageWidth_;
     if (ownerDrawn() && !variable())
         itemHeight_ = measuredHeight(0, 0);
+    if (alive() && multiColumn())
+        ShowScrollBar(window(), SB_VERT, FALSE);
     if (alive())
         updateScrollBars();
     return alive() ? 0 : -1;

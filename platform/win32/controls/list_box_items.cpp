@@ -3,6 +3,7 @@
 
 #include "user/window.h"
 #include "win32/codepage.h"
+#include "win32/input.h"
 
 #include <algorithm>
 #include <cstring>
@@ -203,6 +204,11 @@ void ListBox::notifyDeleted(int index) const {
 void ListBox::forgetItems() {
     if (deleting_)
         return;
+    // What was pressed is gone: the button that goes up later must not choose among items that come now.
+    const bool hadMouse = tracking() && GetCapture() == window();
+    stopTracking();
+    if (hadMouse)
+        ReleaseCapture();
     deleting_ = true;
     if (ownerDrawn() && !hasBits(LBS_NODATA))
         for (int index = count() - 1; index >= 0 && alive(); --index)

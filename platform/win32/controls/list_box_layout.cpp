@@ -7,6 +7,8 @@
 #include "win32/paint.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace vndk::win32 {
 
@@ -329,6 +331,12 @@ void ListBox::applyScrollBar(int bar, SCROLLINFO info, DWORD& shown) {
     if (hasBits(LBS_DISABLENOSCROLL) || (shown & bit) != 0)
         info.fMask |= SIF_DISABLENOSCROLL;
     const bool needed = info.nMax >= static_cast<int>(info.nPage) || (info.fMask & SIF_DISABLENOSCROLL) != 0;
+    if (!needed && !wasShown)
+        return;
+    if (!needed && setBars_[bar].fMask == 0) {
+        ShowScrollBar(window(), bar, FALSE); // A bar that was never needed keeps its first range.
+        return;
+    }
     if (sameInfo(info, setBars_[bar]) && needed == wasShown)
         return;
     setBars_[bar] = info;
@@ -340,8 +348,8 @@ void ListBox::applyScrollBar(int bar, SCROLLINFO info, DWORD& shown) {
         shown |= bit;
     if (isShown && wasShown) {
         // Painted with the next WM_PAINT: a list that is being filled would paint its bar for every item.
-        barsUnpainted_ = true;
-        RedrawWindow(window(), nullptr, nullptr, RDW_INTERNALPAINT);
+        if (!std::exchange(barsUnpainted_, true))
+            RedrawWindow(window(), nullptr, nullptr, RDW_INTERNALPAINT);
     }
 }
 

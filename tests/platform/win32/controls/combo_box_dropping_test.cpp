@@ -225,6 +225,15 @@ TEST_F(ComboBoxDroppingTest, closesOnAPressElsewhereWhichThenDoesItsOwnWork) {
     EXPECT_FALSE(dropped()) << "a press on the combo box only closes";
 }
 
+TEST_F(ComboBoxDroppingTest, putsTheCaretWhereAPressInTheTextClosedTheList) {
+    makeReady(CBS_DROPDOWN);
+    clickButton();
+    ASSERT_TRUE(dropped());
+    clickAt(combo, info.rcButton.left - 5, 10);
+    EXPECT_FALSE(dropped());
+    EXPECT_EQ(ask(CB_GETEDITSEL), MAKELRESULT(6, 6)) << "behind the last character";
+}
+
 TEST_F(ComboBoxDroppingTest, closesWhenTheFocusGoes) {
     for (const DWORD style : dropStyles) {
         makeReady(style);

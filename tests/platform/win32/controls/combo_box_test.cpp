@@ -209,11 +209,15 @@ TEST_F(ComboBoxTest, dropsAsManyWholeItemsAsThereAreAndFit) {
 }
 
 TEST_F(ComboBoxTest, keepsFieldAndListTogetherInTheSimpleStyle) {
-    makeCombo(CBS_SIMPLE, 120);
+    makeCombo(CBS_SIMPLE | CBS_NOINTEGRALHEIGHT, 120);
     EXPECT_EQ(height(), 120);
     const RECT list = windowRect(info.hwndList);
     EXPECT_EQ(list.top - top - 5, ask(CB_GETITEMHEIGHT, static_cast<WPARAM>(-1)) + 6);
     EXPECT_EQ(list.bottom - top - 5, 120);
+    DestroyWindow(combo);
+    makeCombo(CBS_SIMPLE, 120);
+    EXPECT_EQ(clientRect(info.hwndList).bottom % ask(CB_GETITEMHEIGHT, 0), 0) << "whole items";
+    EXPECT_EQ(windowRect(info.hwndList).bottom, windowRect(combo).bottom);
     EXPECT_EQ(ask(CB_SHOWDROPDOWN, TRUE), TRUE);
     EXPECT_FALSE(dropped());
     EXPECT_EQ(ask(CB_SETDROPPEDWIDTH, 300), CB_ERR);

@@ -94,6 +94,23 @@ TEST_F(ListBoxInputTest, letsGoOfTheMouseAndTellsWhenTheFocusIsTakenAway) {
     EXPECT_EQ(takeCodes(), (Indexes{LBN_SELCHANGE, LBN_KILLFOCUS}));
 }
 
+// A folder is entered at the press: the button that goes up chooses nothing in it.
+TEST_F(ListBoxInputTest, forgetsAPressWhenTheItemsAreReplaced) {
+    makeFilled(plain, 4);
+    const POINT point = at(10, 30);
+    user.moveTo(point.x, point.y);
+    user.press();
+    settle();
+    takeCodes();
+    ask(LB_RESETCONTENT);
+    fill(4);
+    EXPECT_EQ(GetCapture(), nullptr);
+    user.release();
+    settle();
+    EXPECT_EQ(ask(LB_GETCURSEL), LB_ERR);
+    EXPECT_EQ(takeCodes(), Indexes{});
+}
+
 TEST_F(ListBoxInputTest, saysNothingWithoutTheStyleAndOnGroundBelowTheItems) {
     makeFilled(LBS_NOINTEGRALHEIGHT, 2);
     clickItem(1);

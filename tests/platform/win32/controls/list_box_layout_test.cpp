@@ -176,8 +176,12 @@ TEST_F(ListBoxLayoutTest, turnsTheWheelByLinesAndLeavesItToTheParentWithoutNeed)
 TEST_F(ListBoxLayoutTest, scrollsSidewaysToItsExtent) {
     makeList(plain | WS_HSCROLL);
     fill(2);
+    ask(LB_SETHORIZONTALEXTENT, 64);
+    EXPECT_EQ(ask(LB_GETHORIZONTALEXTENT), 64);
     EXPECT_FALSE(shows(WS_HSCROLL));
     ask(LB_SETHORIZONTALEXTENT, 300);
+    EXPECT_EQ(scrollInfo(SB_HORZ).nMax, 299);
+    EXPECT_EQ(scrollInfo(SB_HORZ).nPage, 120U);
     EXPECT_EQ(ask(LB_GETHORIZONTALEXTENT), 300);
     EXPECT_TRUE(shows(WS_HSCROLL));
     ask(WM_HSCROLL, SB_PAGERIGHT);
@@ -193,11 +197,12 @@ TEST_F(ListBoxLayoutTest, scrollsSidewaysToItsExtent) {
 }
 
 TEST_F(ListBoxLayoutTest, fillsColumnAfterColumn) {
-    makeList(plain | LBS_MULTICOLUMN | WS_HSCROLL, 76);
+    makeList(plain | LBS_MULTICOLUMN | WS_HSCROLL | WS_VSCROLL, 76);
     setHeight(20);
     ask(LB_SETCOLUMNWIDTH, 50);
     fill(14);
     EXPECT_TRUE(shows(WS_HSCROLL));
+    EXPECT_FALSE(shows(WS_VSCROLL));
     ASSERT_EQ(clientRect(list).bottom, 60);
     const RECT fifth = rectOf(4);
     EXPECT_EQ(fifth.left, 50);
