@@ -10,6 +10,15 @@
 #include <algorithm>
 
 namespace vndk::win32 {
+namespace {
+
+/// Coordinates that a program gives stay so small that their differences are numbers, too.
+LONG sum(LONG first, LONG second) {
+    constexpr std::int64_t largest = 0x100000;
+    return static_cast<LONG>(std::clamp(std::int64_t{first} + second, -largest, largest));
+}
+
+} // namespace
 
 // ---- Window --------------------------------------------------------------------------------------------------------
 
@@ -132,15 +141,13 @@ void Edit::placeFormat() {
 void Edit::setFormat(const RECT* rect, bool relative, bool redraw) {
     if (!multiLine_)
         return;
+    const RECT former = relative ? format_ : RECT{};
     ownFormat_ = false;
-    const RECT former = format_;
     placeFormat();
     if (rect != nullptr) {
         ownFormat_ = true;
-        format_ = *rect;
-        if (relative)
-            format_ = {former.left + rect->left, former.top + rect->top, former.right + rect->right,
-                       former.bottom + rect->bottom};
+        format_ = {sum(former.left, rect->left), sum(former.top, rect->top), sum(former.right, rect->right),
+                   sum(former.bottom, rect->bottom)};
         format_.right = std::max(format_.right, format_.left);
         format_.bottom = std::max(format_.bottom, format_.top);
     }

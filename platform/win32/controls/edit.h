@@ -8,6 +8,7 @@
 #include "controls/edit_layout.h"
 #include "controls/edit_undo.h"
 #include "win32/edit.h"
+#include "win32/memory.h"
 
 #include <optional>
 #include <string>
@@ -18,6 +19,7 @@ namespace vndk::win32 {
 class Edit : public Control {
 public:
     using Control::Control;
+    ~Edit() override;
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 private:
@@ -56,6 +58,7 @@ private:
     void setFormat(const RECT* rect, bool relative, bool redraw);
     void setMargins(WPARAM which, int left, int right);
     [[nodiscard]] int fontMargin() const;
+    bool setTabStops(std::size_t count, const int* stops);
     void relayout();
     [[nodiscard]] EditWrap wrap();
     [[nodiscard]] int formatWidth() const { return format_.right - format_.left; }
@@ -84,6 +87,8 @@ private:
     void foldCase(std::string& text) const;
     bool undo();
     [[nodiscard]] std::string textForReading() const;
+    [[nodiscard]] HLOCAL textBlock();
+    void setTextBlock(HLOCAL block);
     void copy();
     void cut();
     void paste();
@@ -128,9 +133,11 @@ private:
     void onDrag(POINT point);
     void endDrag();
     [[nodiscard]] int hitTest(POINT point, bool& afterWrap) const;
+    [[nodiscard]] bool overClient(LPARAM place) const;
     void showMenu(LPARAM place);
 
     std::string text_;
+    HLOCAL block_ = nullptr; // of EM_GETHANDLE, owned
     EditMetrics measure_;
     EditLayout layout_;
     EditUndo undo_;

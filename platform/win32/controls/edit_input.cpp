@@ -3,6 +3,7 @@
 
 #include "user/message_queue.h"
 #include "win32/dialog.h"
+#include "win32/draw.h"
 #include "win32/input.h"
 #include "win32/menu.h"
 #include "win32/queue.h"
@@ -280,11 +281,18 @@ void Edit::endDrag() {
         ReleaseCapture();
 }
 
+bool Edit::overClient(LPARAM place) const {
+    POINT point{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    ScreenToClient(window(), &point);
+    const RECT client = clientRect();
+    return PtInRect(&client, point) != FALSE;
+}
+
 /// A right click, or the menu key: then the menu stands at the control's middle.
 void Edit::showMenu(LPARAM place) {
     POINT point{GET_X_LPARAM(place), GET_Y_LPARAM(place)};
+    const RECT client = clientRect();
     if (place == -1) {
-        const RECT client = clientRect();
         point = {client.right / 2, client.bottom / 2};
         ClientToScreen(window(), &point);
     }
@@ -348,6 +356,9 @@ Edit::Handled Edit::handleMouse(UINT message, WPARAM wParam, LPARAM lParam) {
         }
         return std::nullopt;
     case WM_CONTEXTMENU:
+        // The frame's bars have menus of their own.
+        if (lParam != -1 && !overClient(lParam))
+            return std::nullopt;
         showMenu(lParam);
         return 0;
     default:

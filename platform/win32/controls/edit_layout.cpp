@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::string_view lineBreak = "\r\n";
 constexpr int defaultTabCharacters = 8;
+constexpr int farAway = 1 << 29;                          // pixels; texts of any length stay below
 constexpr int anything = std::numeric_limits<int>::max(); // a reach that no one knows
 
 /// The line that begins at `start`.
@@ -76,7 +77,7 @@ int EditMetrics::advance(char character, int x) const {
 int EditMetrics::extent(std::string_view text) const {
     int x = 0;
     for (const char character : text)
-        x += advance(character, x);
+        x = std::min(x + advance(character, x), farAway);
     return x;
 }
 
@@ -84,7 +85,7 @@ int EditMetrics::fit(std::string_view text, int width) const {
     int x = 0;
     int count = 0;
     for (const char character : text) {
-        x += advance(character, x);
+        x = std::min(x + advance(character, x), farAway);
         if (x > width)
             return count;
         ++count;
@@ -99,7 +100,7 @@ int EditMetrics::nearest(std::string_view text, int x) const {
         const int width = advance(character, left);
         if (x < left + width / 2)
             return count;
-        left += width;
+        left = std::min(left + width, farAway);
         ++count;
     }
     return count;

@@ -11,11 +11,26 @@ namespace {
 
 constexpr int largestWord = 0xFFFF;
 
+constexpr int largestStop = 0x7FFF; // pixels
+
 LRESULT wordsOrError(int low, int high) {
     return low > largestWord || high > largestWord ? -1 : MAKELRESULT(low, high);
 }
 
 } // namespace
+
+bool Edit::setTabStops(std::size_t count, const int* stops) {
+    if (!multiLine_ || (count != 0 && stops == nullptr) || count > 0x10000)
+        return false;
+    measure_.tabs.clear();
+    for (std::size_t index = 0; index < count; ++index) {
+        const std::int64_t pixels = std::int64_t{stops[index]} * measure_.averageWidth / 4;
+        measure_.tabs.push_back(static_cast<int>(std::clamp<std::int64_t>(pixels, 0, largestStop)));
+    }
+    std::sort(measure_.tabs.begin(), measure_.tabs.end());
+    relayout();
+    return true;
+}
 
 Edit::Handled Edit::handleSelection(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -126,17 +141,8 @@ Edit::Handled Edit::handleSettings(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case EM_GETMARGINS:
         return MAKELRESULT(leftMargin_, rightMargin_);
-    case EM_SETTABSTOPS: {
-        const auto* stops = reinterpret_cast<const int*>(lParam);
-        if (!multiLine_ || (wParam != 0 && stops == nullptr) || wParam > 0x10000)
-            return FALSE;
-        measure_.tabs.clear();
-        for (std::size_t index = 0; index < wParam; ++index)
-            measure_.tabs.push_back(static_cast<int>(std::int64_t{stops[index]} * measure_.averageWidth / 4));
-        std::sort(measure_.tabs.begin(), measure_.tabs.end());
-        relayout();
-        return TRUE;
-    }
+    case EM_SETTABSTOPS:
+        return setTabStops(wParam, reinterpret_cast<const int*>(lParam)) ? TRUE : FALSE;
     case EM_SETPASSWORDCHAR:
         if (multiLine_)
             return 0;
@@ -160,7 +166,10 @@ Edit::Handled Edit::handleSettings(UINT message, WPARAM wParam, LPARAM lParam) {
     case EM_GETWORDBREAKPROC:
         return reinterpret_cast<LRESULT>(breakWord_);
     case EM_GETHANDLE:
+        return reinterpret_cast<LRESULT>(textBlock());
     case EM_SETHANDLE:
+        setTextBlock(reinterpret_cast<HLOCAL>(wParam));
+        return 0;
     case EM_GETIMESTATUS:
     case EM_SETIMESTATUS:
         logOnce("edit control: message " + std::to_string(message) + " is not done");

@@ -233,6 +233,43 @@ std::string Edit::textForReading() const {
     return result;
 }
 
+Edit::~Edit() {
+    if (block_ != nullptr)
+        LocalFree(block_);
+}
+
+/// A memory block with the text; null in a single-line control, which has none.
+HLOCAL Edit::textBlock() {
+    if (!multiLine_)
+        return nullptr;
+    if (block_ != nullptr && LocalSize(block_) != text_.size() + 1) {
+        const HLOCAL resized = LocalReAlloc(block_, text_.size() + 1, LMEM_MOVEABLE);
+        if (resized == nullptr)
+            return nullptr;
+        block_ = resized;
+    }
+    if (block_ == nullptr)
+        block_ = LocalAlloc(LMEM_MOVEABLE, text_.size() + 1);
+    if (auto* bytes = static_cast<char*>(LocalLock(block_)); bytes != nullptr) {
+        std::memcpy(bytes, text_.c_str(), text_.size() + 1);
+        LocalUnlock(block_);
+    }
+    return block_;
+}
+
+/// The block becomes the control's; the former one goes back to the program, which asked for it and frees it.
+void Edit::setTextBlock(HLOCAL block) {
+    if (!multiLine_ || block == nullptr)
+        return;
+    const auto* bytes = static_cast<const char*>(LocalLock(block));
+    if (bytes == nullptr)
+        return;
+    const std::string text(bytes, strnlen(bytes, LocalSize(block)));
+    LocalUnlock(block);
+    block_ = block;
+    setWholeText(text.c_str());
+}
+
 Edit::Handled Edit::handleText(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
     case WM_SETTEXT:

@@ -1,6 +1,7 @@
 #include "controls/scroll_bar.h"
 
 #include "controls/scroll_bars.h"
+#include "controls/scroll_menu.h"
 #include "controls/scroll_place.h"
 #include "controls/scroll_tracker.h"
 #include "win32/draw.h"
@@ -147,13 +148,6 @@ void ScrollBar::paintNow() {
 
 // ---- Input ---------------------------------------------------------------------------------------------------------
 
-void ScrollBar::sendScroll(int code) const {
-    const HWND parent = GetParent(window());
-    if (parent != nullptr)
-        SendMessageA(parent, isVertical() ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, 0),
-                     reinterpret_cast<LPARAM>(window()));
-}
-
 void ScrollBar::onButtonDown(LPARAM lParam) {
     if (isSizeBox()) {
         // The user sizes the window that the box stands in.
@@ -175,6 +169,12 @@ void ScrollBar::onButtonDown(LPARAM lParam) {
     }
 }
 
+/// By mouse only: the menu says where to scroll to.
+void ScrollBar::onContextMenu(LPARAM lParam) {
+    if (lParam != -1 && !isSizeBox())
+        showScrollMenu(window(), SB_CTL, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
+}
+
 bool ScrollBar::onKey(WPARAM key, bool down) {
     struct Row {
         int key;
@@ -186,7 +186,7 @@ bool ScrollBar::onKey(WPARAM key, bool down) {
     for (const Row& row : rows)
         if (static_cast<WPARAM>(row.key) == key) {
             if (!state_.tracking)
-                sendScroll(down ? row.code : SB_ENDSCROLL);
+                sendScroll(window(), SB_CTL, down ? row.code : SB_ENDSCROLL, 0);
             return true;
         }
     return false;
@@ -279,6 +279,9 @@ LRESULT ScrollBar::handleInput(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     case WM_KILLFOCUS:
         DestroyCaret();
+        return 0;
+    case WM_CONTEXTMENU:
+        onContextMenu(lParam);
         return 0;
     default:
         break;

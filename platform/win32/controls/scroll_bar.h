@@ -1,6 +1,6 @@
 // The scroll bar control. Styles, messages and notifications: win32/scrollbar.h.
 //
-// Not done: the menu of a right click; the sunken look of the desktop's own size boxes.
+// Not done: size boxes (SBS_SIZEBOX, SBS_SIZEGRIP) size the top-level window from its lower right corner only.
 #pragma once
 
 #include "controls/control.h"
@@ -37,12 +37,12 @@ private:
     void onPaint(HDC given);
     void paint(HDC dc);
     void onButtonDown(LPARAM lParam);
+    void onContextMenu(LPARAM lParam);
     bool onKey(WPARAM key, bool down);
     bool onSetCursor(LPARAM lParam) const;
     void onSetFocus();
     void placeCaret() const;
     void refresh(bool redraw);
-    void sendScroll(int code) const;
 
     ScrollState state_;
 };

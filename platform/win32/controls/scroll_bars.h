@@ -31,6 +31,10 @@ void drawFrameSizeBox(HWND window, HDC dc);
 /// when it returns.
 void trackFrameScrollBar(HWND window, LRESULT hitTest, POINT point);
 
+/// A right click at a point of the screen: shows the menu of the frame's bar that is there. False when there is none.
+/// The window may be gone when it returns.
+bool showFrameScrollMenu(HWND window, POINT point);
+
 /// The standard ground of a bar between its arrows: what DefWindowProc answers to WM_CTLCOLORSCROLLBAR. Sets the
 /// context's colours for the pattern. The brush is shared; don't delete it.
 HBRUSH scrollBarGround(HDC dc);

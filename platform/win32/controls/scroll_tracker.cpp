@@ -55,7 +55,7 @@ public:
 private:
     [[nodiscard]] bool alive() const { return IsWindow(window_) != FALSE; }
     [[nodiscard]] bool reacts(ScrollPart part) const;
-    void send(int code, int position = 0) const;
+    void send(int code, int position = 0) const { sendScroll(window_, bar_, code, position); }
 
     void begin(TrackingLease& lease, POINT point);
     void loop(TrackingLease& lease);
@@ -88,13 +88,6 @@ bool ScrollTracker::reacts(ScrollPart part) const {
     if (part == ScrollPart::lineDown)
         return (state->disabledArrows & ESB_DISABLE_RTDN) == 0;
     return part != ScrollPart::none;
-}
-
-void ScrollTracker::send(int code, int position) const {
-    const bool control = bar_ == SB_CTL;
-    const bool vertical = control ? (GetWindowLongA(window_, GWL_STYLE) & SBS_VERT) != 0 : bar_ == SB_VERT;
-    SendMessageA(control ? GetParent(window_) : window_, vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, position),
-                 control ? reinterpret_cast<LPARAM>(window_) : 0);
 }
 
 int ScrollTracker::codeOfPart() const {
@@ -265,6 +258,15 @@ void ScrollTracker::end(bool cancelled) {
 }
 
 } // namespace
+
+void sendScroll(HWND window, int bar, int code, int position) {
+    const bool control = bar == SB_CTL;
+    const bool vertical = control ? (GetWindowLongA(window, GWL_STYLE) & SBS_VERT) != 0 : bar == SB_VERT;
+    const HWND receiver = control ? GetParent(window) : window;
+    if (receiver != nullptr)
+        SendMessageA(receiver, vertical ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, position),
+                     control ? reinterpret_cast<LPARAM>(window) : 0);
+}
 
 void trackScrollBar(HWND window, int bar, POINT point) { ScrollTracker(window, bar).run(point); }
 

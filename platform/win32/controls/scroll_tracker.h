@@ -12,6 +12,9 @@
 
 namespace vndk::win32 {
 
+/// Sends WM_HSCROLL or WM_VSCROLL for a bar (SB_HORZ, SB_VERT, SB_CTL): to the window, or to a control's parent.
+void sendScroll(HWND window, int bar, int code, int position);
+
 /// The button went down over a bar (SB_HORZ, SB_VERT, SB_CTL) at a point of the screen. Returns when it is over; the
 /// window may be gone then.
 void trackScrollBar(HWND window, int bar, POINT point);

@@ -93,6 +93,8 @@ void contextMenuOfFrame(HWND handle, POINT point) {
 }
 
 LRESULT contextMenu(HWND handle, WPARAM wParam, LPARAM lParam) {
+    if (lParam != -1 && showFrameScrollMenu(handle, pointOf(lParam)))
+        return 0;
     if (const HWND parent = parentOf(handle); parent != nullptr)
         return send(parent, WM_CONTEXTMENU, wParam, lParam);
     if (lParam != -1)

@@ -37,14 +37,14 @@ constexpr UINT EM_GETMODIFY = 0x00B8;
 constexpr UINT EM_SETMODIFY = 0x00B9;    // wParam: the flag
 constexpr UINT EM_GETLINECOUNT = 0x00BA; // 1 at least
 constexpr UINT EM_LINEINDEX = 0x00BB;    // wParam: line, -1: that of the caret; its first character, or -1
-constexpr UINT EM_SETHANDLE = 0x00BC;
-constexpr UINT EM_GETHANDLE = 0x00BD;
-constexpr UINT EM_GETTHUMB = 0x00BE;   // position of the vertical scroll bar
-constexpr UINT EM_LINELENGTH = 0x00C1; // wParam: a character of the line; -1: what the selection leaves of its
-                                       // lines
-constexpr UINT EM_REPLACESEL = 0x00C2; // wParam: can be undone, lParam: text
-constexpr UINT EM_GETLINE = 0x00C4;    // wParam: line, lParam: buffer with its size as first WORD; never closed by NUL
-constexpr UINT EM_LIMITTEXT = 0x00C5;  // wParam: most characters that can be typed; 0: no limit
+constexpr UINT EM_SETHANDLE = 0x00BC;    // wParam: HLOCAL with new text, which the control takes over; many lines only
+constexpr UINT EM_GETHANDLE = 0x00BD;    // an HLOCAL with the text, the control's own; null for a single line
+constexpr UINT EM_GETTHUMB = 0x00BE;     // position of the vertical scroll bar
+constexpr UINT EM_LINELENGTH = 0x00C1;   // wParam: a character of the line; -1: what the selection leaves of its
+                                         // lines
+constexpr UINT EM_REPLACESEL = 0x00C2;   // wParam: can be undone, lParam: text
+constexpr UINT EM_GETLINE = 0x00C4;   // wParam: line, lParam: buffer with its size as first WORD; never closed by NUL
+constexpr UINT EM_LIMITTEXT = 0x00C5; // wParam: most characters that can be typed; 0: no limit
 constexpr UINT EM_SETLIMITTEXT = EM_LIMITTEXT;
 constexpr UINT EM_CANUNDO = 0x00C6;
 constexpr UINT EM_UNDO = 0x00C7;            // undoing twice does it again

@@ -1,6 +1,5 @@
-// The edit control by keyboard and mouse, alone and in dialogs.
+// The edit control by keyboard and mouse.
 #include "control_fixture.h"
-#include "win32/dialog.h"
 #include "win32/draw.h"
 #include "win32/edit.h"
 
@@ -297,51 +296,6 @@ TEST_F(EditInputTest, SelectionShowsOnlyWithTheFocusUnlessAsked) {
         EXPECT_EQ(highlighted(edit), style != 0) << style;
         DestroyWindow(edit);
     }
-}
-
-// ---- Dialogs -------------------------------------------------------------------------------------------------------
-
-/// The keys of a dialog with an edit control and a default button, given to IsDialogMessage as its loop does.
-class EditInDialogTest : public EditInputTest {
-protected:
-    void press(HWND edit, WPARAM key) {
-        PostMessage(edit, WM_KEYDOWN, key, 1);
-        MSG message{};
-        while (PeekMessage(&message, nullptr, 0, 0, PM_REMOVE) != FALSE)
-            if (IsDialogMessage(owner, &message) == FALSE)
-                DispatchMessage(&message);
-    }
-};
-
-TEST_F(EditInDialogTest, ManyLinesLeaveTheDialogsKeysToIt) {
-    bool closed = false;
-    recorder.onMessage(WM_CLOSE, [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        closed = true;
-        return 0;
-    });
-    recorder.onMessage(DM_GETDEFID, [](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
-        return MAKELRESULT(IDOK, DC_HASDEFID);
-    });
-    HWND moved = nullptr;
-    recorder.onMessage(WM_NEXTDLGCTL, [&](HWND, UINT, WPARAM wParam, LPARAM lParam) -> std::optional<LRESULT> {
-        moved = lParam != 0 ? reinterpret_cast<HWND>(wParam) : owner;
-        return 0;
-    });
-    const HWND edit = makeEdit(multi | WS_TABSTOP, "ab");
-    const HWND button = make("BUTTON", WS_TABSTOP | 1, 10, 200, 80, 24, "OK", 0, IDOK);
-    press(edit, VK_ESCAPE);
-    EXPECT_TRUE(closed);
-    press(edit, VK_TAB);
-    EXPECT_EQ(moved, owner) << "the next control";
-    EXPECT_EQ(textOf(edit), "ab");
-    press(edit, VK_RETURN);
-    EXPECT_EQ(moved, button);
-    EXPECT_EQ(textOf(edit), "ab");
-    SetWindowLong(edit, GWL_STYLE, GetWindowLong(edit, GWL_STYLE) | static_cast<LONG>(ES_WANTRETURN));
-    moved = nullptr;
-    press(edit, VK_RETURN);
-    EXPECT_EQ(moved, nullptr);
-    EXPECT_EQ(textOf(edit), "\r\nab") << "the key is the text's";
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "win32/draw.h"
 #include "win32/edit.h"
 #include "win32/fonts.h"
+#include "win32/memory.h"
 #include "win32/scrollbar.h"
 
 namespace vndk::win32 {
@@ -311,6 +312,24 @@ TEST_F(EditTest, UndoTakesBackAndDoesAgain) {
     EXPECT_FALSE(send(many, EM_UNDO));
 }
 
+TEST_F(EditTest, MemoryBlockCarriesTheTextBothWays) {
+    const HWND edit = makeEdit(multi, "first");
+    const auto block = reinterpret_cast<HLOCAL>(send(edit, EM_GETHANDLE));
+    ASSERT_NE(block, nullptr);
+    EXPECT_STREQ(static_cast<const char*>(LocalLock(block)), "first");
+    LocalUnlock(block);
+    const HLOCAL other = LocalAlloc(LMEM_MOVEABLE, 16);
+    std::strcpy(static_cast<char*>(LocalLock(other)), "second");
+    LocalUnlock(other);
+    send(edit, EM_SETHANDLE, reinterpret_cast<WPARAM>(other));
+    LocalFree(block);
+    EXPECT_EQ(textOf(edit), "second");
+    EXPECT_TRUE(takeCodes().empty());
+    send(edit, EM_SETHANDLE, 0x1234);
+    EXPECT_EQ(textOf(edit), "second") << "no block";
+    EXPECT_EQ(send(makeEdit(ES_AUTOHSCROLL, "one"), EM_GETHANDLE), 0);
+}
+
 // ---- Rectangle, margins, tabs --------------------------------------------------------------------------------------
 
 TEST_F(EditTest, MarginsNarrowTheTextSideways) {
@@ -348,7 +367,7 @@ TEST_F(EditTest, RectangleOfManyLinesCanBeSet) {
     EXPECT_EQ(rect.left, 10);
     EXPECT_EQ(rect.right, narrow.right + 2 * word);
     EXPECT_EQ(send(edit, EM_GETLINECOUNT), 1);
-    const RECT absurd{50, 50, -2000000000, -2000000000};
+    const RECT absurd{INT32_MIN, 50, INT32_MAX, -2000000000};
     send(edit, EM_SETRECT, 0, reinterpret_cast<LPARAM>(&absurd));
     send(edit, EM_SETRECT, 0, 0);
     send(edit, EM_GETRECT, 0, reinterpret_cast<LPARAM>(&rect));
@@ -376,6 +395,9 @@ TEST_F(EditTest, TabStopsAreQuartersOfTheAverageWidth) {
     SetWindowText(edit, "\t\tx");
     EXPECT_TRUE(send(edit, EM_SETTABSTOPS, 2, reinterpret_cast<LPARAM>(stops)));
     EXPECT_EQ(xOfPosition(edit, 2) - begin, 16 * average);
+    const int absurd[] = {INT32_MAX, INT32_MIN, -5};
+    EXPECT_TRUE(send(edit, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(absurd)));
+    EXPECT_TRUE(send(edit, EM_SETTABSTOPS, 3, reinterpret_cast<LPARAM>(absurd)));
     EXPECT_TRUE(send(edit, EM_SETTABSTOPS, 0, 0));
     EXPECT_FALSE(send(edit, EM_SETTABSTOPS, 3, 0));
     EXPECT_FALSE(send(makeEdit(ES_AUTOHSCROLL), EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(stops)));

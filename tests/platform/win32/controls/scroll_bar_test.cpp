@@ -5,6 +5,7 @@
 #include "win32/error.h"
 #include "win32/metrics.h"
 #include "win32/scrollbar.h"
+#include "win32/user_script.h"
 
 #include <climits>
 
@@ -349,6 +350,27 @@ TEST_F(ScrollBarTest, DisabledArrowDoesNotReact) {
     EXPECT_EQ(takeScrolls(), (std::vector<Scroll>{{SB_LINEDOWN, 0}, {SB_ENDSCROLL, 0}}));
 }
 
+TEST_F(ScrollBarTest, MenuOfARightClickScrolls) {
+    makeBar();
+    UserScript script(screen);
+    script.inWindow(owner).rightClickAt(controlId, {8, 116}).pick({"Page Down"});
+    script.rightClickAt(controlId, {8, 16 + 25 + 60}).pick({"Scroll Here"});
+    EXPECT_TRUE(script.finish()) << script.failure();
+    EXPECT_EQ(takeScrolls(),
+              (std::vector<Scroll>{{SB_PAGEDOWN, 0}, {SB_ENDSCROLL, 0}, {SB_THUMBPOSITION, 30}, {SB_ENDSCROLL, 0}}));
+}
+
+TEST_F(ScrollBarTest, SizeGripSizesTheWindowAroundIt) {
+    SetWindowLong(owner, GWL_STYLE, GetWindowLong(owner, GWL_STYLE) | static_cast<LONG>(WS_THICKFRAME));
+    make("SCROLLBAR", SBS_SIZEGRIP, 380, 280, 16, 16);
+    const RECT before = windowRect(owner);
+    user.drag({left + 388, top + 288}, {left + 418, top + 308});
+    settle();
+    const RECT after = windowRect(owner);
+    EXPECT_EQ(after.right - before.right, 30);
+    EXPECT_EQ(after.bottom - before.bottom, 20);
+}
+
 TEST_F(ScrollBarTest, AlignStylesGiveTheStandardBreadth) {
     struct Row {
         const char* name;
@@ -477,6 +499,22 @@ TEST_F(FrameScrollTest, MouseOnTheFramesBarScrollsTheWindowItself) {
     user.drag({left + 200, top + 30}, {left + 200, top + 40});
     settle();
     EXPECT_EQ(takeScrolls(), (std::vector<Scroll>{{SB_THUMBTRACK, 10}, {SB_THUMBPOSITION, 10}, {SB_ENDSCROLL, 0}}));
+}
+
+TEST_F(FrameScrollTest, SecondPressOfADoubleClickScrollsToo) {
+    makeWindow(WS_VSCROLL);
+    user.doubleClick(left + 200, top + 14);
+    settle();
+    EXPECT_EQ(takeScrolls(),
+              (std::vector<Scroll>{{SB_LINEUP, 0}, {SB_ENDSCROLL, 0}, {SB_LINEUP, 0}, {SB_ENDSCROLL, 0}}));
+}
+
+TEST_F(FrameScrollTest, MenuOfARightClickScrollsTheWindow) {
+    makeWindow(WS_VSCROLL);
+    UserScript script(screen);
+    script.inWindow(owner).rightClickAt(0, {200, 80}).pick({"Bottom"});
+    EXPECT_TRUE(script.finish()) << script.failure();
+    EXPECT_EQ(takeScrolls(), (std::vector<Scroll>{{SB_BOTTOM, 0}, {SB_ENDSCROLL, 0}}));
 }
 
 TEST_F(FrameScrollTest, ThumbFollowsThePositionOnTheScreen) {
