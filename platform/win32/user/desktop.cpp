@@ -24,6 +24,7 @@ namespace {
 DesktopState* newest = nullptr; // the current one; those before it hang behind
 
 constexpr LPCSTR rootClass = "#32769";
+constexpr WPARAM bitsPerPixel = 32;
 
 LRESULT CALLBACK rootProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -142,24 +143,41 @@ void Desktop::collectInput() { collectScreenEvents(); }
 void Desktop::present() { presentPainted(); }
 int Desktop::settle(int limit) { return settleQueue(limit); }
 
+namespace {
+
+/// Maximised windows fill the screen again, minimised ones go back to its bottom.
+void fitToDesktop(HWND handle) {
+    const Window* window = findWindow(handle);
+    if (window == nullptr || window->showState == ShowState::normal)
+        return;
+    if (window->showState == ShowState::minimized) {
+        const RECT place = minimizedPlace(*window);
+        SetWindowPos(handle, nullptr, place.left, place.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+        return;
+    }
+    const MaximizedPlace place = askMaximizedPlace(handle);
+    SetWindowPos(handle, nullptr, place.position.x, place.position.y, place.size.cx, place.size.cy,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+} // namespace
+
 void desktopResized() {
     DesktopState* state = currentState();
     if (state == nullptr || state->root == nullptr)
         return;
     announceScreenSize(*state);
     Window& root = *state->root;
-    root.windowRect = root.clientRect = root.normalRect = screenRect(*state);
-    std::vector<HWND> maximized;
+    const RECT size = screenRect(*state);
+    root.windowRect = root.clientRect = root.normalRect = size;
+    std::vector<HWND> windows;
     for (const Window* window : root.children)
-        if (window->showState == ShowState::maximized)
-            maximized.push_back(window->handle);
-    for (const HWND window : maximized)
-        if (IsZoomed(window) != FALSE) {
-            const MaximizedPlace place = askMaximizedPlace(window);
-            SetWindowPos(window, nullptr, place.position.x, place.position.y, place.size.cx, place.size.cy,
-                         SWP_NOZORDER | SWP_NOACTIVATE);
-        }
-    RedrawWindow(root.handle, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+        windows.push_back(window->handle);
+    for (const HWND window : windows) {
+        fitToDesktop(window);
+        send(window, WM_DISPLAYCHANGE, bitsPerPixel, MAKELPARAM(size.right, size.bottom));
+    }
+    RedrawWindow(GetDesktopWindow(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
 }
 
 } // namespace vndk::win32

@@ -156,6 +156,11 @@ void drawClientEdge(const Window& window, HDC dc) {
         DrawEdge(dc, &rect, EDGE_SUNKEN, BF_RECT);
 }
 
+/// Controls paint over siblings that stand before them, group boxes for one, unless their style says otherwise.
+DWORD frameContextFlags(const Window& window) {
+    return DCX_WINDOW | DCX_CACHE | ((window.style & WS_CLIPSIBLINGS) != 0 ? DCX_CLIPSIBLINGS : 0);
+}
+
 } // namespace
 
 void paintFrameInto(HWND handle, HDC dc) {
@@ -178,15 +183,6 @@ void paintFrameInto(HWND handle, HDC dc) {
     }
     RestoreDC(dc, level);
 }
-
-namespace {
-
-/// Controls paint over siblings that stand before them, group boxes for one, unless their style says otherwise.
-DWORD frameContextFlags(const Window& window) {
-    return DCX_WINDOW | DCX_CACHE | ((window.style & WS_CLIPSIBLINGS) != 0 ? DCX_CLIPSIBLINGS : 0);
-}
-
-} // namespace
 
 void paintFrame(HWND handle, const Region* clip) {
     const Window* window = findWindow(handle);

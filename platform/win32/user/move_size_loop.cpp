@@ -204,7 +204,9 @@ void moveOrSize(HWND handle, UINT command, POINT point) {
     if (window->showState == ShowState::maximized || IsWindowVisible(handle) == FALSE ||
         (sizing && ((window->style & WS_THICKFRAME) == 0 || window->showState == ShowState::minimized)))
         return;
-    if (callHooks(WH_CBT, HCBT_MOVESIZE, reinterpret_cast<WPARAM>(handle), 0) != 0 || findWindow(handle) == nullptr)
+    RECT place = window->windowRect;
+    if (callHooks(WH_CBT, HCBT_MOVESIZE, reinterpret_cast<WPARAM>(handle), reinterpret_cast<LPARAM>(&place)) != 0 ||
+        findWindow(handle) == nullptr)
         return;
     const bool byKeys = part == 0;
     Drag(handle, sizing, sizing ? part : 0, point).run(byKeys);

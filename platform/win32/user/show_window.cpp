@@ -37,25 +37,6 @@ bool slotTaken(const Window& window, const RECT& slot) {
     });
 }
 
-/// Minimised windows stand in rows at the bottom of their parent, from the left; on the screen.
-RECT minimizedPlace(const Window& window) {
-    const int width = GetSystemMetrics(SM_CXMINIMIZED);
-    const int height = GetSystemMetrics(SM_CYMINIMIZED);
-    const RECT area = window.parent->clientRect;
-    if (window.minimizedPosition.x != -1 || window.minimizedPosition.y != -1)
-        return toScreen(window, {window.minimizedPosition.x, window.minimizedPosition.y,
-                                 window.minimizedPosition.x + width, window.minimizedPosition.y + height});
-    const int columns = std::max(1, widthOf(area) / width);
-    for (int slot = 0; slot < 1000; ++slot) {
-        const int left = area.left + slot % columns * width;
-        const int bottom = area.bottom - slot / columns * height;
-        const RECT place{left, bottom - height, left + width, bottom};
-        if (!slotTaken(window, place))
-            return place;
-    }
-    return {area.left, area.bottom - height, area.left + width, area.bottom};
-}
-
 /// Where the window goes for a command, on the screen, once it has taken its new state. False when it refused or died.
 bool takeState(HWND handle, int command, RECT& place) {
     Window* window = findWindow(handle);
@@ -235,6 +216,25 @@ BOOL show(HWND handle, int command) {
 }
 
 } // namespace
+
+/// Minimised windows stand in rows at the bottom of their parent, from the left; on the screen.
+RECT minimizedPlace(const Window& window) {
+    const int width = GetSystemMetrics(SM_CXMINIMIZED);
+    const int height = GetSystemMetrics(SM_CYMINIMIZED);
+    const RECT area = window.parent->clientRect;
+    if (window.minimizedPosition.x != -1 || window.minimizedPosition.y != -1)
+        return toScreen(window, {window.minimizedPosition.x, window.minimizedPosition.y,
+                                 window.minimizedPosition.x + width, window.minimizedPosition.y + height});
+    const int columns = std::max(1, widthOf(area) / width);
+    for (int slot = 0; slot < 1000; ++slot) {
+        const int left = area.left + slot % columns * width;
+        const int bottom = area.bottom - slot / columns * height;
+        const RECT place{left, bottom - height, left + width, bottom};
+        if (!slotTaken(window, place))
+            return place;
+    }
+    return {area.left, area.bottom - height, area.left + width, area.bottom};
+}
 
 bool changeShowState(HWND handle, int command, UINT flags) {
     if (callHooks(WH_CBT, HCBT_MINMAX, reinterpret_cast<WPARAM>(handle), command) != 0)

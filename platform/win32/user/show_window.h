@@ -15,6 +15,8 @@ void sendSizeAndMove(HWND window);
 void showOwnedPopups(HWND owner, bool show);
 /// DefWindowProc's part of it.
 void ownerShown(HWND window, bool show, LPARAM why);
+/// Where a minimised window stands, on the screen.
+[[nodiscard]] RECT minimizedPlace(const Window& window);
 /// Where a maximised window stands: place counts from the parent.
 struct MaximizedPlace {
     POINT position;
