@@ -3,8 +3,8 @@
 #include "gdi/device_context.h"
 
 #include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_TRUETYPE_TABLES_H
+#include <freetype/freetype.h>
+#include <freetype/tttables.h>
 
 #include <algorithm>
 #include <cassert>

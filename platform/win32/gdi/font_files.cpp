@@ -3,7 +3,7 @@
 #include "win32/codepage.h"
 
 #include <ft2build.h>
-#include FT_FREETYPE_H
+#include <freetype/freetype.h>
 
 #include <algorithm>
 #include <cstdio>

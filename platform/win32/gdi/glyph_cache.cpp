@@ -3,8 +3,8 @@
 #include "win32/codepage.h"
 
 #include <ft2build.h>
-#include FT_FREETYPE_H
-#include FT_SIZES_H
+#include <freetype/freetype.h>
+#include <freetype/ftsizes.h>
 
 #include <algorithm>
 #include <cstddef>

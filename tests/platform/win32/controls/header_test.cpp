@@ -41,6 +41,9 @@ protected:
         return found;
     }
     std::string describe(NMHDR& told) override {
+        // What all controls tell has no item.
+        if (told.code > HDN_FIRST || told.code < HDN_FILTERBTNCLICK)
+            return "";
         const auto& note = reinterpret_cast<NMHEADER&>(told);
         const std::string index = " " + std::to_string(note.iItem);
         switch (told.code) {

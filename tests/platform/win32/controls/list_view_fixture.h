@@ -95,31 +95,32 @@ protected:
     }
     std::string describe(NMHDR& header) override {
         const auto& told = reinterpret_cast<NMLISTVIEW&>(header);
-        const std::string index = " " + std::to_string(told.iItem);
+        // Not every notification is long enough to have an item.
+        const auto index = [&] { return " " + std::to_string(told.iItem); };
         switch (header.code) {
         case LVN_ITEMCHANGING:
         case LVN_ITEMCHANGED: {
             const std::string name = header.code == LVN_ITEMCHANGING ? "changing" : "changed";
             if ((told.uChanged & LVIF_STATE) != 0)
-                return name + index + " " + bits(told.uOldState) + ">" + bits(told.uNewState);
-            return name + index + "." + std::to_string(told.iSubItem);
+                return name + index() + " " + bits(told.uOldState) + ">" + bits(told.uNewState);
+            return name + index() + "." + std::to_string(told.iSubItem);
         }
         case LVN_INSERTITEM:
-            return "insert" + index;
+            return "insert" + index();
         case LVN_DELETEITEM:
-            return "delete" + index;
+            return "delete" + index();
         case LVN_DELETEALLITEMS:
             return "delete all";
         case LVN_COLUMNCLICK:
             return "column " + std::to_string(told.iSubItem);
         case LVN_BEGINDRAG:
-            return "drag" + index;
+            return "drag" + index();
         case LVN_BEGINRDRAG:
-            return "right drag" + index;
+            return "right drag" + index();
         case LVN_MARQUEEBEGIN:
             return "band";
         case LVN_ITEMACTIVATE:
-            return "activate" + index;
+            return "activate" + index();
         case LVN_KEYDOWN:
             return "key " + std::to_string(reinterpret_cast<NMLVKEYDOWN&>(header).wVKey);
         case LVN_ODSTATECHANGED: {
@@ -133,11 +134,11 @@ protected:
             return std::string("end edit ") + (given != nullptr ? given : "(cancelled)");
         }
         case NM_CLICK:
-            return "click" + index;
+            return "click" + index();
         case NM_DBLCLK:
-            return "double" + index;
+            return "double" + index();
         case NM_RCLICK:
-            return "right" + index;
+            return "right" + index();
         case NM_RETURN:
             return "return";
         default:

@@ -90,16 +90,16 @@ protected:
     std::string describe(NMHDR& header) override {
         const auto& told = reinterpret_cast<NMTREEVIEW&>(header);
         const auto pair = [&] { return " " + nameOf(told.itemOld.hItem) + ">" + nameOf(told.itemNew.hItem); };
-        const std::string way = told.action == TVE_EXPAND ? " open " : " close ";
+        const auto way = [&] { return std::string(told.action == TVE_EXPAND ? " open " : " close "); };
         switch (header.code) {
         case TVN_SELCHANGING:
             return "selecting" + pair();
         case TVN_SELCHANGED:
             return "selected" + pair();
         case TVN_ITEMEXPANDING:
-            return "will" + way + nameOf(told.itemNew.hItem);
+            return "will" + way() + nameOf(told.itemNew.hItem);
         case TVN_ITEMEXPANDED:
-            return "did" + way + nameOf(told.itemNew.hItem);
+            return "did" + way() + nameOf(told.itemNew.hItem);
         case TVN_DELETEITEM:
             return "delete " + nameOf(told.itemOld.hItem);
         case TVN_SINGLEEXPAND:
