@@ -1,0 +1,123 @@
+#!/usr/bin/env python3
+"""The program in a real window: keys that a user presses, through the display server."""
+
+import os
+import shutil
+import subprocess
+import time
+import unittest
+
+from support import Case, PROGRAM, TIME_LIMIT
+
+TOOLS = ("Xvfb", "xdotool")
+
+
+@unittest.skipUnless(all(shutil.which(tool) for tool in TOOLS), "needs " + " and ".join(TOOLS))
+class WindowTest(Case):
+    def setUp(self):
+        super().setUp()
+        # The display server chooses a free number and tells it.
+        reading, writing = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1300x850x24", "-nolisten", "tcp"],
+            pass_fds=(writing,), stderr=subprocess.DEVNULL)
+        os.close(writing)
+        self.addCleanup(self.stop, self.server)
+        with os.fdopen(reading) as told:
+            number = told.readline().strip()
+        self.assertTrue(number, "the display server didn't start")
+        # The system's libraries behind the window keep memory to the end.
+        self.environment.update(DISPLAY=":" + number, SDL_VIDEODRIVER="x11", ASAN_OPTIONS="detect_leaks=0")
+        self.profile = self.folder / "settings.ini"
+
+    @staticmethod
+    def stop(process):
+        process.kill()
+        process.wait()
+
+    def start(self, *arguments):
+        program = subprocess.Popen([PROGRAM, "--profile", str(self.profile), *arguments], env=self.environment,
+                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        self.addCleanup(program.stdout.close)
+        self.addCleanup(self.stop, program)
+        window = self.eventually("the window opens", lambda: self.find_window(program))
+        # There is no window manager that would give it the keyboard.
+        self.xdo("windowfocus", window)
+        return program
+
+    def xdo(self, *arguments):
+        return subprocess.run(["xdotool", *arguments], env=self.environment, check=False, text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.split()
+
+    def find_window(self, program):
+        if program.poll() is not None:
+            self.fail("the program ended early: " + program.stdout.read().decode(errors="replace"))
+        found = self.xdo("search", "--onlyvisible", "--name", "^vondrake$")
+        return found[0] if found else None
+
+    def eventually(self, what, condition, limit=TIME_LIMIT):
+        end = time.monotonic() + limit
+        while time.monotonic() < end:
+            answer = condition()
+            if answer:
+                return answer
+            time.sleep(0.1)
+        self.fail("never happened: " + what)
+
+    def settings(self):
+        return self.profile.read_text() if self.profile.exists() else ""
+
+    def quit(self, program):
+        self.xdo("type", "--delay", "20", "QUIT\n")
+        # A key that is lost while a window comes up is no fault of ours: the line is typed again.
+        def ended():
+            if program.poll() is None:
+                self.xdo("key", "Escape")
+                self.xdo("type", "--delay", "20", "QUIT\n")
+            return program.poll() is not None
+        self.eventually("QUIT ends the program", ended)
+        self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))
+
+    def test_tips_greet_once_by_keyboard(self):
+        program = self.start()
+
+        def ticked():
+            # From OK over the text to the box; the keys wait until the dialog is there.
+            if "DoNotShow=1" not in self.settings():
+                self.xdo("key", "Tab", "Tab", "space", "Tab")
+                time.sleep(0.5)
+            return "DoNotShow=1" in self.settings()
+
+        self.eventually("ticking the box is kept", ticked)
+        self.xdo("key", "Return")
+        self.quit(program)
+        self.assertIn("DoNotShow=1", self.settings())
+        # The second start goes straight to the command line.
+        program = self.start("--scale", "2")
+        self.quit(program)
+        self.assertIn("DoNotShow=1", self.settings())
+
+    def test_commands_are_typed_and_answered(self):
+        self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
+        drawing = self.folder / "made.dwg"
+        program = self.start()
+        line = f"CIRCLE 5,5 2\nSAVEAS 2000 {drawing}\n"
+        self.eventually("the module has loaded", lambda: time.sleep(2) or True)
+        self.xdo("type", "--delay", "20", line)
+        self.eventually("the drawing is saved", drawing.exists)
+        self.quit(program)
+
+
+class WithoutDisplayTest(Case):
+    def test_says_what_is_missing(self):
+        self.environment.pop("DISPLAY", None)
+        self.environment.pop("WAYLAND_DISPLAY", None)
+        self.environment.update(SDL_VIDEODRIVER="x11", ASAN_OPTIONS="detect_leaks=0")
+        done = subprocess.run([PROGRAM], env=self.environment, capture_output=True, text=True, timeout=TIME_LIMIT,
+                              check=False)
+        self.assertEqual(done.returncode, 2)
+        self.assertRegex(done.stderr, "display|SDL")
+
+
+if __name__ == "__main__":
+    unittest.main()
