@@ -37,6 +37,10 @@ int systemFlags(UINT openFlags) {
 
 /// The descriptor, or -1 with the platform's error code in `problem`. A folder isn't a file.
 int openPath(LPCSTR fileName, UINT openFlags, LONG& problem) {
+    if (fileName == nullptr) {
+        problem = static_cast<LONG>(ERROR_INVALID_NAME);
+        return CFile::hFileNull;
+    }
     const std::optional<std::string> path = DriveMap::current().toHost(fileName);
     if (!path) {
         problem = static_cast<LONG>(GetLastError());
