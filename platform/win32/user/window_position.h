@@ -21,6 +21,9 @@ void shiftChildren(Window& window, int dx, int dy);
 /// WM_GETMINMAXINFO with the defaults filled in; what the window left there.
 [[nodiscard]] MINMAXINFO askMinMax(HWND window);
 
+/// The owner as far as it counts for the order: null when SetParent has put it into another window, where it has no
+/// place among the top-level windows any more.
+[[nodiscard]] Window* ownerOf(const Window& window);
 /// Puts a window into its parent's order. `insertAfter` as in SetWindowPos; owned windows go along and stay in front of
 /// their owners. Returns whether the order changed. Nothing is painted and nothing is sent.
 bool reorder(Window& window, HWND insertAfter, bool moveOwners);

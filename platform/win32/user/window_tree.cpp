@@ -51,7 +51,7 @@ Window* rootOwner(Window& window) {
     Window* last = &window;
     for (;;) {
         Window* next = topLevelOf(*last);
-        if (Window* owner = next->owner != nullptr ? findWindow(next->owner) : nullptr; owner != nullptr)
+        if (Window* owner = ownerOf(*next); owner != nullptr)
             next = owner;
         if (next == last)
             return last;

@@ -21,8 +21,6 @@ bool isSpecial(HWND insertAfter) {
            insertAfter == HWND_NOTOPMOST;
 }
 
-Window* ownerOf(const Window& window) { return window.owner != nullptr ? findWindow(window.owner) : nullptr; }
-
 bool ownedBy(const Window& window, const Window& owner) {
     const Window* each = &window;
     for (int step = 0; each != nullptr && step < 100; ++step) {
@@ -128,6 +126,11 @@ void applyTopmost(Window& window, HWND insertAfter) {
 }
 
 } // namespace
+
+Window* ownerOf(const Window& window) {
+    Window* owner = window.owner != nullptr ? findWindow(window.owner) : nullptr;
+    return owner != nullptr && isTopLevel(*owner) ? owner : nullptr;
+}
 
 bool reorder(Window& window, HWND insertAfter, bool moveOwners) {
     assert(window.parent != nullptr && "the desktop window has no place among others");

@@ -431,6 +431,21 @@ TEST_F(WindowPositionTest, NewParentKeepsThePlaceWithin) {
     EXPECT_EQ(GetAncestor(child, GA_PARENT), GetDesktopWindow());
 }
 
+TEST_F(WindowPositionTest, OwnerThatMovedIntoAnotherWindowHasNoPlaceInTheOrder) {
+    const HWND owner = createShown();
+    const HWND popup = createShown(WS_POPUP | WS_VISIBLE, owner);
+    const HWND last = createShown(WS_POPUP | WS_VISIBLE, popup);
+    ASSERT_NE(SetParent(owner, last), nullptr);
+    SetWindowPos(popup, HWND_TOPMOST, 0, 0, 0, 0, inPlace);
+    SetWindowPos(popup, HWND_BOTTOM, 0, 0, 0, 0, inPlace);
+    SetWindowPos(popup, HWND_TOP, 0, 0, 0, 0, inPlace);
+    EXPECT_EQ(GetAncestor(owner, GA_PARENT), last);
+    EXPECT_EQ(GetAncestor(last, GA_ROOTOWNER), popup);
+    EXPECT_TRUE(inFront(last, popup));
+    const std::vector<HWND> windows = order();
+    EXPECT_EQ(std::count(windows.begin(), windows.end(), owner), 0);
+}
+
 TEST_F(WindowPositionTest, StyleChangesAreAnnounced) {
     const HWND window = createShown();
     const LONG style = GetWindowLong(window, GWL_STYLE);
