@@ -11,6 +11,8 @@
 #include "win32/error.h"
 #include "win32/input.h"
 
+#include <cassert>
+
 namespace vndk::win32 {
 
 namespace {
@@ -21,6 +23,12 @@ std::vector<HWND> childrenOf(HWND window) {
         for (const Window* child : found->children)
             handles.push_back(child->handle);
     return handles;
+}
+
+/// False when a handler has ended it or put it elsewhere.
+bool isStillIn(HWND child, HWND parent) {
+    const Window* found = findWindow(child);
+    return found != nullptr && found->parent != nullptr && found->parent->handle == parent;
 }
 
 std::vector<HWND> ownedBy(HWND owner) {
@@ -54,7 +62,8 @@ void sendDestroy(HWND window) {
         SetFocus(GetParent(window));
     send(window, WM_DESTROY);
     for (const HWND child : childrenOf(window))
-        sendDestroy(child);
+        if (isStillIn(child, window))
+            sendDestroy(child);
 }
 
 void release(Window& window) {
@@ -88,16 +97,19 @@ void notifyParents(HWND child, UINT event) {
 }
 
 void freeWindows(HWND window) {
-    for (const HWND child : childrenOf(window))
-        freeWindows(child);
-    if (findWindow(window) == nullptr)
+    Window* found = findWindow(window);
+    if (found == nullptr)
         return;
-    send(window, WM_NCDESTROY);
-    // A handler can have made or adopted children to the very last.
+    found->destroying = true; // From here on nobody makes a child in it or puts one there.
     for (const HWND child : childrenOf(window))
-        freeWindows(child);
-    if (Window* found = findWindow(window); found != nullptr)
-        release(*found);
+        if (isStillIn(child, window))
+            freeWindows(child);
+    send(window, WM_NCDESTROY);
+    found = findWindow(window);
+    if (found == nullptr)
+        return;
+    assert(found->children.empty() && "children go before their parent");
+    release(*found);
 }
 
 bool destroyWindow(HWND window) {

@@ -300,6 +300,45 @@ TEST_F(WindowCreateTest, WindowCanBeDestroyedFromAnyHandler) {
         }
 }
 
+TEST_F(WindowCreateTest, ChildThatIsTakenAwayMeanwhileOutlivesItsParent) {
+    const HWND top = create(WS_OVERLAPPEDWINDOW);
+    const HWND other = create(WS_OVERLAPPEDWINDOW);
+    const HWND first = create(WS_CHILD, top);
+    const HWND second = create(WS_CHILD, top);
+    int ends = 0;
+    recorder.onMessage(WM_DESTROY, [&](HWND window, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (window == first)
+            EXPECT_EQ(SetParent(second, other), top);
+        ends += window == second ? 1 : 0;
+        return std::nullopt;
+    });
+    EXPECT_TRUE(DestroyWindow(top));
+    EXPECT_EQ(GetParent(second), other);
+    EXPECT_EQ(ends, 0);
+    EXPECT_TRUE(DestroyWindow(second));
+    EXPECT_FALSE(IsWindow(second));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(WindowCreateTest, NothingIsMadeInAWindowThatIsRefusedAndGoesAway) {
+    HWND refused = nullptr;
+    int tries = 0;
+    recorder.onMessage(WM_NCCREATE, [&](HWND window, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (refused != nullptr)
+            return std::nullopt;
+        refused = window;
+        return FALSE;
+    });
+    recorder.onMessage(WM_NCDESTROY, [&](HWND, UINT, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (tries++ < 3)
+            EXPECT_EQ(create(WS_CHILD, refused), nullptr);
+        return std::nullopt;
+    });
+    EXPECT_EQ(create(WS_POPUP), nullptr);
+    EXPECT_EQ(tries, 1);
+    EXPECT_FALSE(IsWindow(refused));
+}
+
 TEST_F(WindowCreateTest, HookCanRefuseACreationAndADestruction) {
     static int refused;
     refused = HCBT_CREATEWND;
