@@ -146,6 +146,8 @@ LRESULT TreeView::onDeleteItem(HTREEITEM handle) {
 }
 
 void TreeView::deleteAll() {
+    if (items_.count() == 0)
+        return; // else a handler that empties the tree while it is painted would have it painted for ever
     if (caret_ != nullptr)
         selectItem(nullptr, By::program);
     if (!alive())

@@ -12,7 +12,10 @@ namespace vndk::test {
 
 class TreeViewFixture : public NotifyFixture {
 protected:
+    /// Takes the place of the one made before, which would lie over the new one.
     void makeTree(DWORD style = TVS_HASBUTTONS | TVS_LINESATROOT, int width = 200, int height = 160) {
+        if (IsWindow(tree))
+            DestroyWindow(tree);
         tree = make(WC_TREEVIEW, style, 0, 0, width, height);
         names.clear();
         takeNotes();

@@ -264,6 +264,16 @@ TEST_F(TreeViewItemsTest, NonsenseArgumentsAreAnswered) {
     EXPECT_TRUE(IsWindow(tree));
 }
 
+TEST_F(TreeViewItemsTest, EmptyingAnEmptyTreePaintsNothing) {
+    makeTree();
+    fill();
+    TreeView_DeleteAllItems(tree);
+    EXPECT_TRUE(GetUpdateRect(tree, nullptr, FALSE));
+    settle();
+    EXPECT_TRUE(TreeView_DeleteAllItems(tree));
+    EXPECT_FALSE(GetUpdateRect(tree, nullptr, FALSE)) << "a handler may do so while the tree is painted";
+}
+
 TEST_F(TreeViewItemsTest, AHandlerMayDestroyTheTreeOrItsItems) {
     const UINT codes[] = {TVN_SELCHANGING, TVN_SELCHANGED, TVN_ITEMEXPANDING,  TVN_ITEMEXPANDED, TVN_DELETEITEM,
                           TVN_GETDISPINFO, TVN_KEYDOWN,    TVN_BEGINLABELEDIT, TVN_ENDLABELEDIT, NM_CUSTOMDRAW,
