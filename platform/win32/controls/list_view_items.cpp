@@ -148,7 +148,7 @@ LRESULT ListView::onDeleteAllItems() {
             notifyItem(LVN_DELETEITEM, index, 0, 0, 0, 0);
     if (!alive())
         return FALSE;
-    resetGrid();
+    grid_.reset(cellSize(), cellOffset()); // lets go of the items before they die
     items_.clear();
     ownerCount_ = 0;
     ownerSelection_.clear();

@@ -13,7 +13,10 @@ class ListViewFixture : public NotifyFixture {
 protected:
     static constexpr UINT all = LVIS_SELECTED | LVIS_FOCUSED;
 
+    /// Takes the place of the one made before, which would lie over the new one.
     HWND makeList(DWORD style, int width = 300, int height = 200) {
+        if (IsWindow(list))
+            DestroyWindow(list);
         list = make(WC_LISTVIEW, style, 0, 0, width, height);
         takeNotes();
         return list;

@@ -230,6 +230,10 @@ TEST_F(ListViewLayoutTest, IconsFillTheWidthRowByRow) {
         EXPECT_EQ(position(1).y, arrange == LVS_AUTOARRANGE ? 2 : 66) << "icons close up only when they are arranged";
         insert("new", 99);
         EXPECT_EQ(position(4).x, arrange == LVS_AUTOARRANGE ? 10 : 62) << "the free place is taken";
+        ListView_DeleteAllItems(list);
+        fill(1);
+        EXPECT_EQ(position(0).x, 10) << "all places are free again";
+        EXPECT_EQ(position(0).y, 2);
         DestroyWindow(list);
     }
 }
