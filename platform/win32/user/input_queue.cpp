@@ -4,6 +4,7 @@
 #include "user/desktop_state.h"
 #include "user/input_state.h"
 #include "user/painting.h"
+#include "user/window_position.h"
 #include "win32/codepage.h"
 
 #include <algorithm>
@@ -58,6 +59,9 @@ void collectMouse(DesktopState& state, Event event) {
     InputState& input = *state.input;
     if (input.swapButtons)
         swapSides(event);
+    // Messages have 16 bits for each; whoever takes differences needn't fear to overflow.
+    event.x = clampCoordinate(event.x);
+    event.y = clampCoordinate(event.y);
     if (input.pointerClip && event.kind != Event::Kind::mouseLeave) {
         const RECT& clip = *input.pointerClip;
         const int x = std::clamp<int>(event.x, clip.left, std::max(clip.left, clip.right - 1));

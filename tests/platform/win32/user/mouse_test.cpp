@@ -377,6 +377,24 @@ TEST_F(MouseTest, ThePointerCanBeMovedAndConfined) {
     EXPECT_FALSE(ClipCursor(&reversed));
 }
 
+TEST_F(MouseTest, PlacesFarOutAreBroughtIntoRange) {
+    constexpr int most = 2147483647;
+    recorder.registerClass("Doubling", CS_DBLCLKS);
+    const HWND doubling =
+        CreateWindow("Doubling", "", WS_POPUP | WS_VISIBLE, 500, 100, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    SetCapture(doubling);
+    user.click(-most - 1, most);
+    user.click(most, -most - 1);
+    settle();
+    EXPECT_EQ(recorder.count(WM_LBUTTONDOWN, doubling), 2);
+    EXPECT_EQ(recorder.count(WM_LBUTTONDBLCLK, doubling), 0);
+    POINT point{};
+    EXPECT_TRUE(GetCursorPos(&point));
+    EXPECT_EQ(point.x, 32767);
+    EXPECT_EQ(point.y, -32768);
+    ReleaseCapture();
+}
+
 TEST_F(MouseTest, TheScreenShowsTheCursorThatWasSet) {
     const HCURSOR arrow = LoadCursor(nullptr, IDC_ARROW);
     const HCURSOR cross = LoadCursor(nullptr, IDC_CROSS);
