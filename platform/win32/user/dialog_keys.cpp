@@ -30,7 +30,18 @@ void moveByTab(HWND dialog, bool previous) {
         focusInDialog(dialog, next);
 }
 
+// A radio button takes the focus by being clicked. Given the focus before, it would count that as a click of its own.
+void clickRadioButton(HWND dialog, HWND button) {
+    send(button, BM_CLICK);
+    if (const HWND focus = GetFocus(); focus != nullptr && IsChild(dialog, focus) != FALSE)
+        updateDefaultLook(dialog, focus);
+}
+
 void clickControl(HWND dialog, HWND control) {
+    if ((dialogCode(control) & DLGC_RADIOBUTTON) != 0) {
+        clickRadioButton(dialog, control);
+        return;
+    }
     focusInDialog(dialog, control);
     if (IsWindow(control) != FALSE)
         send(control, BM_CLICK);

@@ -87,6 +87,8 @@ TEST_F(DialogKeysTest, ArrowsCheckRadioButtons) {
                                         .control("Button", "c", BS_AUTORADIOBUTTON, 3)
                                         .control("Edit", "", WS_GROUP | WS_TABSTOP, 4));
     CheckRadioButton(dialog, 1, 3, 1);
+    EXPECT_EQ(commands, (std::vector<int>{1})) << "the first focus chose it";
+    commands.clear();
     pressIn(dialog, VK_DOWN);
     EXPECT_EQ(focusId(), 2);
     EXPECT_EQ(IsDlgButtonChecked(dialog, 2), 1U);
@@ -137,7 +139,7 @@ TEST_F(DialogKeysTest, EscapeAndEnterAreCommands) {
 TEST_F(DialogKeysTest, SingleLineEditLeavesItsKeysToTheDialog) {
     for (const DWORD style : {0U, ES_WANTRETURN}) {
         const HWND dialog = createShown(shown()
-                                            .control("Edit", "", WS_TABSTOP | style, 1)
+                                            .control("Edit", "", WS_TABSTOP | style, 100)
                                             .control("Button", "OK", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK));
         pressIn(dialog, VK_ESCAPE);
         pressIn(dialog, VK_RETURN);
@@ -150,7 +152,7 @@ TEST_F(DialogKeysTest, SingleLineEditLeavesItsKeysToTheDialog) {
 
 TEST_F(DialogKeysTest, DefaultLookMovesWithTheFocus) {
     const HWND dialog = createShown(shown()
-                                        .control("Edit", "", WS_TABSTOP, 1)
+                                        .control("Edit", "", WS_TABSTOP, 100)
                                         .control("Button", "OK", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK)
                                         .control("Button", "Cancel", WS_TABSTOP, IDCANCEL));
     pressIn(dialog, VK_TAB);
@@ -167,7 +169,7 @@ TEST_F(DialogKeysTest, DefaultLookMovesWithTheFocus) {
 
 TEST_F(DialogKeysTest, ClickMovesTheDefaultLookToo) {
     const HWND dialog = createShown(shown()
-                                        .control("Edit", "", WS_TABSTOP, 1)
+                                        .control("Edit", "", WS_TABSTOP, 100)
                                         .control("Button", "OK", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK)
                                         .control("Button", "Other", WS_TABSTOP, 30));
     const POINT middle = onScreen(GetDlgItem(dialog, 30), 10, 5);
@@ -209,7 +211,7 @@ TEST_F(DialogKeysTest, MarkedLettersReachControls) {
         {"two that are marked: only the focus", 'T', true, 5, {}},
         {"disabled", 'O', true, 0, {}},
         {"text of an edit is no mark", 'X', true, 0, {}},
-        {"group box leads into its group", 'K', true, 9, {}},
+        {"group box leads into its group, where the focus chooses", 'K', true, 9, {9}},
         {"label without prefixes", 'B', true, 0, {}},
         {"nothing is marked", 'Z', true, 0, {}},
     };
@@ -228,13 +230,44 @@ TEST_F(DialogKeysTest, MarkedLettersReachControls) {
     }
 }
 
+TEST_F(DialogKeysTest, MarkedGroupBoxLeadsToTheRadioButtonThatIsChecked) {
+    const HWND dialog = createShown(shown()
+                                        .control("Button", "here", WS_TABSTOP | WS_GROUP, 100)
+                                        .control("Button", "&Kind", BS_GROUPBOX, 8)
+                                        .control("Button", "first", WS_TABSTOP | WS_GROUP | BS_AUTORADIOBUTTON, 9)
+                                        .control("Button", "second", BS_AUTORADIOBUTTON, 10));
+    CheckRadioButton(dialog, 9, 10, 10);
+    user.keyWith(VK_MENU, 'K');
+    settleDialog(dialog);
+    EXPECT_EQ(focusId(), 10);
+    EXPECT_TRUE(commands.empty()) << "nothing was chosen anew";
+}
+
+TEST_F(DialogKeysTest, MarkedRadioButtonIsClickedOnce) {
+    for (const DWORD kind : {BS_RADIOBUTTON, BS_AUTORADIOBUTTON}) {
+        const HWND dialog = createShown(shown()
+                                            .control("Button", "here", WS_TABSTOP | WS_GROUP, 100)
+                                            .control("Button", "&First", WS_TABSTOP | WS_GROUP | kind, 9)
+                                            .control("Button", "&Second", kind, 10));
+        for (const int expected : {10, 9}) {
+            commands.clear();
+            user.keyWith(VK_MENU, expected == 9 ? 'F' : 'S');
+            settleDialog(dialog);
+            EXPECT_EQ(focusId(), expected);
+            EXPECT_EQ(commands, (std::vector<int>{expected}));
+            EXPECT_EQ(IsDlgButtonChecked(dialog, expected), kind == BS_AUTORADIOBUTTON ? BST_CHECKED : BST_UNCHECKED);
+        }
+        DestroyWindow(dialog);
+    }
+}
+
 TEST_F(DialogKeysTest, LettersTypedIntoAnEditStayThere) {
     const HWND dialog = createShown(
-        shown().control("Edit", "", WS_TABSTOP, 1).control("Button", "&OK", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK));
+        shown().control("Edit", "", WS_TABSTOP, 100).control("Button", "&OK", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK));
     user.type("o");
     settleDialog(dialog);
     char text[8];
-    GetDlgItemText(dialog, 1, text, sizeof text);
+    GetDlgItemText(dialog, 100, text, sizeof text);
     EXPECT_STREQ(text, "o");
     EXPECT_TRUE(commands.empty());
     user.keyWith(VK_MENU, 'O');
