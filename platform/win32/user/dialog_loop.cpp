@@ -173,6 +173,9 @@ BOOL EndDialog(HWND dialog, INT_PTR result) {
     SetWindowPos(dialog, nullptr, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW);
     if (active && GetActiveWindow() == dialog)
         activateOther(dialog);
+    // What ran inside of a dialog that was never shown, a message box say, found no window to leave the activation to.
+    if (GetActiveWindow() == nullptr && IsWindowVisible(info->disabledOwner) != FALSE)
+        SetActiveWindow(info->disabledOwner);
     // The loop may be waiting for a message.
     if (info->modal && IsWindow(dialog) != FALSE)
         PostMessageA(dialog, WM_NULL, 0, 0);

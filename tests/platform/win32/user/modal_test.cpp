@@ -140,8 +140,8 @@ TEST_F(ModalTest, OneInsideOfTheOther) {
     HWND outerDialog = nullptr;
     bool outerEnabledInside = true;
     const auto inner = sample().bytes();
-    const INT_PTR result = runModal(sample(), owner, [&](HWND dialog, UINT message, WPARAM, LPARAM) -> INT_PTR {
-        if (message == WM_INITDIALOG)
+    const INT_PTR result = runModal(sample(), owner, [&](HWND dialog, UINT message, WPARAM wParam, LPARAM) -> INT_PTR {
+        if (message == WM_SHOWWINDOW && wParam != FALSE)
             PostMessage(dialog, WM_APP, 0, 0);
         if (message == WM_APP) {
             outerDialog = dialog;
@@ -170,6 +170,27 @@ TEST_F(ModalTest, OneInsideOfTheOther) {
     EXPECT_FALSE(outerEnabledInside);
     EXPECT_TRUE(IsWindowEnabled(owner));
     EXPECT_EQ(GetActiveWindow(), owner);
+}
+
+TEST_F(ModalTest, OwnerIsActiveAgainWhenADialogEndsBeforeItIsShown) {
+    const HWND owner = createOwner();
+    const auto inner = sample().bytes();
+    HWND activeInside = nullptr;
+    const INT_PTR result = runModal(sample(), owner, [&](HWND dialog, UINT message, WPARAM, LPARAM) -> INT_PTR {
+        if (message == WM_INITDIALOG) {
+            // As with a message box that tells why the dialog can't be used.
+            user.key(VK_ESCAPE);
+            DialogBoxIndirectParam(nullptr, reinterpret_cast<const DLGTEMPLATE*>(inner.data()), dialog, &endByButton,
+                                   0);
+            activeInside = GetActiveWindow();
+            EndDialog(dialog, 5);
+        }
+        return message == WM_INITDIALOG;
+    });
+    EXPECT_EQ(result, 5);
+    EXPECT_NE(activeInside, owner) << "it is disabled meanwhile";
+    EXPECT_EQ(GetActiveWindow(), owner);
+    EXPECT_EQ(GetFocus(), owner);
 }
 
 TEST_F(ModalTest, QuitMessageEndsItAndStaysInTheQueue) {
