@@ -54,8 +54,11 @@ MenuItem* itemAt(HMENU menu, std::size_t index) {
 
 bool askedOfOwner(const MenuItem& item) { return item.ownerDrawn() || item.bitmap == HBMMENU_CALLBACK; }
 
-// The owner may do anything with the menu meanwhile, so it is found anew for each item.
+// The owner may do anything with the menu meanwhile, so it is found anew for each item. Without an owner nothing is
+// noted: one that comes later has still to be asked.
 void askSizes(HMENU menu, HWND owner) {
+    if (owner == nullptr)
+        return;
     for (std::size_t i = 0; const MenuItem* item = itemAt(menu, i); ++i) {
         if (!askedOfOwner(*item) || item->asked)
             continue;
@@ -64,8 +67,7 @@ void askSizes(HMENU menu, HWND owner) {
         asked.itemID = item->id;
         asked.itemData = item->data;
         asked.itemHeight = static_cast<UINT>(GetSystemMetrics(SM_CYMENUSIZE));
-        if (owner != nullptr)
-            send(owner, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&asked));
+        send(owner, WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&asked));
         constexpr UINT largest = 4096;
         if (MenuItem* answered = itemAt(menu, i))
             answered->asked = SIZE{static_cast<LONG>(std::min(asked.itemWidth, largest)),
@@ -92,7 +94,7 @@ ItemSize sizeOf(const MenuItem& item, const MenuMeasure& measure) {
     ItemSize size;
     if (item.ownerDrawn())
         return {item.asked ? static_cast<int>(item.asked->cx) : 0, 0,
-                item.asked ? static_cast<int>(item.asked->cy) : 0};
+                item.asked ? static_cast<int>(item.asked->cy) : GetSystemMetrics(SM_CYMENUSIZE)};
     if (item.separator())
         return {0, 0, GetSystemMetrics(SM_CYMENUSIZE) / 2};
     if ((item.type & MFT_BITMAP) != 0) {
@@ -138,6 +140,12 @@ Column nextColumn(const Menu& menu, const Column& column, std::size_t first) {
     return next;
 }
 
+// All items of a bar's row are as high as the highest.
+void closeRow(Menu& menu, std::size_t first, std::size_t end, int bottom) {
+    for (std::size_t i = first; i < end; ++i)
+        menu.items[i].rect.bottom = bottom;
+}
+
 } // namespace
 
 void layOutPopup(HMENU handle, HWND owner) {
@@ -178,22 +186,26 @@ int layOutBar(HMENU handle, HWND owner, int width) {
     int left = 0;
     int top = 0;
     int height = rowHeight;
+    std::size_t rowFirst = 0;
     std::size_t rightFrom = menu->items.size();
     for (std::size_t i = 0; i < menu->items.size(); ++i) {
         MenuItem& item = menu->items[i];
         const ItemSize size = sizeOf(item, measure);
         const int itemWidth = size.label + (item.separator() ? 0 : 2 * barPadding);
         if (left > 0 && (left + itemWidth > width || (item.type & (MFT_MENUBREAK | MFT_MENUBARBREAK)) != 0)) {
+            closeRow(*menu, rowFirst, i, top + height);
+            rowFirst = i;
             left = 0;
             top += height;
             height = rowHeight;
         }
         height = std::max(height, size.height);
-        item.rect = {left, top, left + itemWidth, top + height};
+        item.rect = {left, top, left + itemWidth, top};
         left += itemWidth;
         if ((item.type & MFT_RIGHTJUSTIFY) != 0)
             rightFrom = std::min(rightFrom, i);
     }
+    closeRow(*menu, rowFirst, menu->items.size(), top + height);
     // From the first item that asks for it, the rest of the row goes to the right end.
     if (rightFrom < menu->items.size() && menu->items[rightFrom].rect.top == top)
         for (std::size_t i = rightFrom; i < menu->items.size() && width > left; ++i)

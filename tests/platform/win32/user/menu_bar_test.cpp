@@ -171,6 +171,28 @@ TEST_F(MenuBarTest, OwnerDrawnItemsAreMeasuredBeforeTheyAreDrawn) {
     settle();
     EXPECT_GT(drawn, 0);
     EXPECT_EQ(onScreen(window, 0, 0).y, clientTop + 12) << "the row grew";
+    RECT first{};
+    GetMenuItemRect(window, bar, 0, &first);
+    EXPECT_EQ(first.bottom - first.top, 30) << "as high as its row";
+}
+
+TEST_F(MenuBarTest, OwnerIsAskedOnceWhenTheBarIsDrawnForTheFirstTime) {
+    int asked = 0;
+    recorder.onMessage(WM_MEASUREITEM, [&](HWND, UINT, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+        ++asked;
+        reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemWidth = 40;
+        reinterpret_cast<MEASUREITEMSTRUCT*>(lParam)->itemHeight = 30;
+        return TRUE;
+    });
+    const int clientTop = onScreen(window, 0, 0).y;
+    const HMENU drawnByOwner = CreateMenu();
+    AppendMenu(drawnByOwner, MF_OWNERDRAW, 50, nullptr);
+    SetMenu(window, drawnByOwner);
+    settle();
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(onScreen(window, 0, 0).y, clientTop + 12) << "the frame makes room";
+    SetMenu(window, bar);
+    DestroyMenu(drawnByOwner);
 }
 
 // ---- System menu ---------------------------------------------------------------------------------------------------
