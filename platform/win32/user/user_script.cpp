@@ -12,6 +12,7 @@
 #include "win32/input.h"
 #include "win32/queue.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <utility>
@@ -265,6 +266,14 @@ struct UserScript::Impl : std::enable_shared_from_this<UserScript::Impl> {
                               }});
     }
 
+    // Bit by bit, so that other timers that come due meanwhile are not overtaken by the next step.
+    void letPass(std::uint32_t milliseconds) {
+        const std::uint32_t now = std::min(milliseconds, std::uint32_t{period});
+        screen.advance(now);
+        if (const std::uint32_t rest = milliseconds - now; rest > 0)
+            addNext({[this, rest] { letPass(rest); }});
+    }
+
     [[nodiscard]] HWND window() const {
         if (windowHandle != nullptr)
             return IsWindow(windowHandle) != FALSE ? windowHandle : nullptr;
@@ -475,7 +484,7 @@ UserScript& UserScript::waitUntilGone() {
 
 UserScript& UserScript::pause(std::uint32_t milliseconds) {
     impl_->add("pause", [impl = impl_.get(), milliseconds] {
-        impl->screen.advance(milliseconds);
+        impl->letPass(milliseconds);
         return Attempt{};
     });
     return *this;

@@ -71,7 +71,7 @@ public:
     /// Waits until the window that is meant is there, or is gone.
     UserScript& waitForWindow();
     UserScript& waitUntilGone();
-    /// Lets the screen's clock go on.
+    /// Lets the screen's clock go on; timers that come due meanwhile are delivered before the next step.
     UserScript& pause(std::uint32_t milliseconds);
     /// Runs code of the caller between steps.
     UserScript& call(std::function<void()> action);

@@ -112,7 +112,10 @@ TEST_F(MenuTrackTest, PointingOpensAPopupAfterAWhile) {
         const POINT at = middleOf(window, menu, 3);
         user.moveTo(at.x, at.y);
     });
-    script.expect("not at once", [this] { return GetMenuItemRect(window, more, 0, nullptr) == FALSE; });
+    whenIdle([this] {
+        RECT rect{};
+        EXPECT_FALSE(GetMenuItemRect(window, more, 0, &rect)) << "not at once";
+    });
     script.pause(500);
     clickItem(more, 1);
     EXPECT_EQ(track(), 42);
