@@ -13,11 +13,19 @@
 #include "controls/type_ahead.h"
 #include "win32/listview.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vndk::win32 {
+
+/// A hundred million rows can be longer than a coordinate reaches: what is that far away only has to stay there.
+inline int lengthOf(std::int64_t lines, LONG size) {
+    constexpr std::int64_t end = 0x3FFFFFFF;
+    return static_cast<int>(std::clamp(lines * size, -end, end));
+}
 
 class ListView : public Control, public LabelEditHost {
 public:

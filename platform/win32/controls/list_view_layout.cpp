@@ -20,6 +20,14 @@ constexpr int labelGap = 4; // from an icon down to its label
 constexpr int listGap = 8;  // from a label to the next column
 constexpr int farthest = 1 << 24;
 
+/// Two lengths in one result, which has 16 bits for each.
+LRESULT packed(std::int64_t cx, std::int64_t cy) {
+    const auto word = [](std::int64_t length) {
+        return static_cast<WORD>(std::clamp<std::int64_t>(length, 0, 0xFFFF));
+    };
+    return MAKELRESULT(word(cx), word(cy));
+}
+
 SIZE sizeOf(HIMAGELIST images) {
     int width = 0;
     int height = 0;
@@ -82,8 +90,8 @@ POINT ListView::slotPosition(int slot) const {
     const int along = slot % perLine;
     const int across = slot / perLine;
     if (fillsDownwards())
-        return {offset.x + across * cell.cx, offset.y + along * cell.cy};
-    return {offset.x + along * cell.cx, offset.y + across * cell.cy};
+        return {offset.x + lengthOf(across, cell.cx), offset.y + along * cell.cy};
+    return {offset.x + along * cell.cx, offset.y + lengthOf(across, cell.cy)};
 }
 
 POINT ListView::viewPosition(int index) const {
@@ -203,7 +211,7 @@ ListView::ItemRects ListView::itemRects(int index) {
 }
 
 RECT ListView::rowRect(int index) const {
-    const int top = listTop() + (index - scroll_.y) * rowHeight_;
+    const int top = listTop() + lengthOf(std::int64_t{index} - scroll_.y, rowHeight_);
     return {-scroll_.x, top, columnsWidth() - scroll_.x, top + rowHeight_};
 }
 
@@ -228,7 +236,7 @@ void ListView::reportRects(int index, ItemRects& rects) {
 
 void ListView::listRects(int index, ItemRects& rects) {
     const int rows = rowsPerPage();
-    const int left = (index / rows - scroll_.x) * listColumnWidth_;
+    const int left = lengthOf(index / rows - scroll_.x, listColumnWidth_);
     const int top = index % rows * rowHeight_;
     rects.bounds = {left, top, left + listColumnWidth_, top + rowHeight_};
     rects.state = rects.icon = rects.label = rects.bounds;
@@ -369,9 +377,9 @@ LRESULT ListView::onGetViewRect(RECT* rect) {
     if (isIconic())
         OffsetRect(rect, -scroll_.x, -scroll_.y);
     else if (isReport())
-        OffsetRect(rect, -scroll_.x, listTop() - scroll_.y * rowHeight_);
+        OffsetRect(rect, -scroll_.x, listTop() - lengthOf(scroll_.y, rowHeight_));
     else
-        OffsetRect(rect, -scroll_.x * listColumnWidth_, 0);
+        OffsetRect(rect, -lengthOf(scroll_.x, listColumnWidth_), 0);
     return TRUE;
 }
 
@@ -384,21 +392,20 @@ LRESULT ListView::onGetOrigin(POINT* point) const {
 
 LRESULT ListView::onApproximateViewRect(int items, int cx, int cy) {
     const RECT client = clientRect();
-    const int wanted = items < 0 ? count() : items;
+    const std::int64_t wanted = items < 0 ? count() : items;
     const int width = cx < 0 ? client.right : cx;
     const int height = cy < 0 ? client.bottom : cy;
     const int edge = GetSystemMetrics(SM_CXEDGE);
     if (isReport()) {
-        const int all = columnsWidth();
-        return MAKELRESULT(all, listTop() + wanted * rowHeight_ + edge);
+        return packed(columnsWidth(), listTop() + wanted * rowHeight_ + edge);
     }
     const SIZE cell = cellSize();
     const bool downwards = view() == LVS_LIST || fillsDownwards();
-    const int perLine = std::max<int>(1, downwards ? height / cell.cy : width / cell.cx);
-    const int along = std::min(perLine, std::max(wanted, 1));
-    const int lines = (wanted + perLine - 1) / perLine;
-    return downwards ? MAKELRESULT(lines * cell.cx + edge, along * cell.cy + edge)
-                     : MAKELRESULT(along * cell.cx + edge, lines * cell.cy + edge);
+    const std::int64_t perLine = std::max<LONG>(1, downwards ? height / cell.cy : width / cell.cx);
+    const std::int64_t along = std::clamp<std::int64_t>(wanted, 1, perLine);
+    const std::int64_t lines = (wanted + perLine - 1) / perLine;
+    return downwards ? packed(lines * cell.cx + edge, along * cell.cy + edge)
+                     : packed(along * cell.cx + edge, lines * cell.cy + edge);
 }
 
 // ---- Which items are where -----------------------------------------------------------------------------------------

@@ -290,8 +290,8 @@ void ListView::beginBand() {
 /// From client to view coordinates, in pixels.
 POINT ListView::viewOffset() const {
     if (isReport())
-        return {scroll_.x, scroll_.y * rowHeight_};
-    return view() == LVS_LIST ? POINT{scroll_.x * listColumnWidth_, 0} : scroll_;
+        return {scroll_.x, lengthOf(scroll_.y, rowHeight_)};
+    return view() == LVS_LIST ? POINT{lengthOf(scroll_.x, listColumnWidth_), 0} : scroll_;
 }
 
 RECT ListView::bandRect() const {

@@ -408,7 +408,7 @@ void ListView::invalidateFrom(int index) const {
     if (isReport()) {
         area.top = std::max(area.top, rowRect(index).top);
     } else if (view() == LVS_LIST) {
-        area.left = std::max<LONG>(0, (index / rowsPerPage() - scroll_.x) * listColumnWidth_);
+        area.left = std::max<LONG>(0, lengthOf(index / rowsPerPage() - scroll_.x, listColumnWidth_));
     } else if (!arranged()) {
         invalidateItem(index);
         return;
@@ -426,6 +426,8 @@ void ListView::invalidateList() const {
 
 LRESULT ListView::onRedrawItems(int first, int last) {
     const int begin = std::max(first, 0);
+    if (last < begin)
+        return TRUE;
     // Beyond what fits into the window it is the same as all.
     if (last - begin > 1000) {
         invalidateList();

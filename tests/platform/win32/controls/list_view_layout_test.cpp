@@ -319,11 +319,27 @@ TEST_F(ListViewLayoutTest, ListViewFillsColumnsAsWideAsItsTexts) {
     EXPECT_GT(send(LVM_GETCOLUMNWIDTH, 0), 240);
 }
 
+TEST_F(ListViewLayoutTest, TheLastOfVeryManyRowsIsReached) {
+    constexpr int last = 100'000'000 - 1;
+    for (const DWORD style : {LVS_REPORT, LVS_LIST, LVS_SMALLICON, LVS_ICON}) {
+        makeList(style | LVS_OWNERDATA, 300, 20); // one row fits
+        addColumn(100);
+        send(LVM_SETITEMCOUNT, last + 1);
+        EXPECT_FALSE(rect(last, LVIR_BOUNDS).empty()) << style;
+        EXPECT_TRUE(send(LVM_ENSUREVISIBLE, last, FALSE));
+        settle();
+        EXPECT_FALSE(rect(0, LVIR_BOUNDS).empty()) << style;
+        if (style == LVS_REPORT)
+            EXPECT_EQ(send(LVM_GETTOPINDEX), last);
+    }
+}
+
 TEST_F(ListViewLayoutTest, ViewRectanglesAreMeasured) {
     makeList(LVS_ICON, 100, 100);
     send(LVM_SETICONSPACING, 0, MAKELPARAM(75, 75));
     EXPECT_EQ(send(LVM_APPROXIMATEVIEWRECT, 11, MAKELPARAM(100, 100)), MAKELRESULT(77, 827));
     EXPECT_EQ(send(LVM_APPROXIMATEVIEWRECT, 4, MAKELPARAM(160, 100)), MAKELRESULT(152, 152));
+    EXPECT_EQ(send(LVM_APPROXIMATEVIEWRECT, 0x7FFFFFFF, MAKELPARAM(100, 100)), MAKELRESULT(77, 0xFFFF));
     makeList(LVS_REPORT);
     addColumn(100);
     addColumn(120);
