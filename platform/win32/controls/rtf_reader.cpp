@@ -521,11 +521,11 @@ std::string writeRtf(const RichDocument& document, int begin, int end) {
     std::vector<std::string> fonts;
     std::vector<COLORREF> colors;
     std::string body;
-    std::optional<StyleIndex> current;
+    int current = -1; // the style in force; none at a paragraph's begin
     int paragraph = document.paragraphAt(begin);
     body += paragraphWords(document.paragraph(paragraph));
     for (int i = begin; i < end; ++i) {
-        if (const StyleIndex index = document.styleAt(i); current != index) {
+        if (const StyleIndex index = document.styleAt(i); current != static_cast<int>(index)) {
             const CharStyle& style = document.style(index);
             body += styleWords(style, placeIn(fonts, style.face), style.autoColor ? 0 : placeIn(colors, style.color));
             current = index;
@@ -533,7 +533,7 @@ std::string writeRtf(const RichDocument& document, int begin, int end) {
         writeCharacter(body, document.at(i));
         if (document.at(i) == '\r') {
             body += paragraphWords(document.paragraph(++paragraph));
-            current.reset();
+            current = -1;
         }
     }
     std::string head = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl";
