@@ -6,13 +6,22 @@ find_program(VONDRAKE_RC NAMES llvm-rc llvm-rc-14 DOC "LLVM's resource compiler 
 set(VNDK_MODULE_FILES ${CMAKE_CURRENT_LIST_DIR})
 
 # vndk_compile_resources(out RC file.rc [INCLUDES dirs] [DEPENDS pictures]): `out` gets the path of the compiled .res.
+# The folders hold headers and pictures besides those of the script's own folder. Relative names start at the sources.
 function(vndk_compile_resources out)
   cmake_parse_arguments(ARG "" "RC" "INCLUDES;DEPENDS" ${ARGN})
   if(NOT VONDRAKE_RC)
     message(FATAL_ERROR "llvm-rc is missing; install the package llvm.")
   endif()
   cmake_path(ABSOLUTE_PATH ARG_RC BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
-  list(TRANSFORM ARG_DEPENDS PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  set(depends "")
+  foreach(file IN LISTS ARG_DEPENDS)
+    cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} NORMALIZE)
+    list(APPEND depends ${file})
+  endforeach()
+  set(picture_folders "")
+  foreach(directory IN LISTS ARG_INCLUDES)
+    list(APPEND picture_folders /I ${directory})
+  endforeach()
   cmake_path(GET ARG_RC PARENT_PATH folder)
   cmake_path(GET ARG_RC STEM name)
   set(res ${CMAKE_CURRENT_BINARY_DIR}/${name}.res)
@@ -23,9 +32,9 @@ function(vndk_compile_resources out)
   add_custom_command(OUTPUT ${res}
     COMMAND ${CMAKE_CXX_COMPILER} -E -xc -DRC_INVOKED -MD -MT ${res} -MF ${res}.d
             -I${folder} -I${PROJECT_SOURCE_DIR}/platform/win32/include ${ARG_INCLUDES} ${ARG_RC} -o ${text}
-    COMMAND ${VONDRAKE_RC} /no-preprocess /C 1252 /I ${folder} /FO ${res}.part ${text}
+    COMMAND ${VONDRAKE_RC} /no-preprocess /C 1252 /I ${folder} ${picture_folders} /FO ${res}.part ${text}
     COMMAND ${CMAKE_COMMAND} -E rename ${res}.part ${res}
-    DEPENDS ${ARG_RC} ${ARG_DEPENDS}
+    DEPENDS ${ARG_RC} ${depends}
     DEPFILE ${res}.d
     WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}
     COMMENT "Compiling resources ${name}.rc"
