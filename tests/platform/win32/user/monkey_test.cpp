@@ -66,6 +66,16 @@ public:
         --depth_;
     }
 
+    /// Dragging lasts until the user ends it, with timers for ever.
+    void endDrag() {
+        vndk::screen::Event event;
+        event.kind = vndk::screen::Event::Kind::mouseUp;
+        screen_.post(event);
+        event.kind = vndk::screen::Event::Kind::keyDown;
+        event.key = VK_ESCAPE;
+        screen_.post(event);
+    }
+
 private:
     void changeWindow() {
         const HWND one = window();
@@ -223,6 +233,8 @@ LRESULT CALLBACK monkeyProcedure(HWND window, UINT message, WPARAM wParam, LPARA
     const bool madeUp = lParam == 0 && wParam == 0;
     if (monkey != nullptr)
         monkey->meddle();
+    if (monkey != nullptr && message == WM_ENTERSIZEMOVE)
+        monkey->endDrag();
     if (madeUp && (message == WM_NCCREATE || message == WM_CREATE || message == WM_CLOSE))
         return 0;
     return DefWindowProc(window, message, wParam, lParam);
