@@ -13,17 +13,18 @@ namespace {
 /// Prompts wait for the line that the user types, while the windows live on.
 class TypedLines final : public host::PromptSource {
 public:
-    explicit TypedLines(MainFrame& frame) : frame_(frame) {}
+    TypedLines(host::Host& host, MainFrame& frame) : host_(host), frame_(frame) {}
 
     bool wait(host::InputQueue& queue, std::string_view prompt) override {
         frame_.showPrompt(prompt);
         while (queue.empty())
-            if (!AfxPumpMessage())
+            if (host_.quitRequested() || !AfxPumpMessage())
                 return false;
         return true;
     }
 
 private:
+    host::Host& host_;
     MainFrame& frame_;
 };
 
@@ -42,7 +43,7 @@ ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& opt
     host.setAlert([&frame](std::string_view text) {
         ::MessageBoxA(frame.m_hWnd, std::string(text).c_str(), "vondrake", MB_OK | MB_ICONEXCLAMATION);
     });
-    TypedLines lines(frame);
+    TypedLines lines(host, frame);
     host.commandLine().setSource(&lines);
 
     ExitStatus status = loadObjectLibrary(host) ? kAllWell : kCommandFailed;

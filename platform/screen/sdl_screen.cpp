@@ -318,15 +318,21 @@ void SdlScreen::setCursor(const CursorImage* cursor) {
     shownCursor_ = *cursor;
 }
 
+/// SDL falls back on drivers that show nothing to anybody.
+bool hasDisplay() {
+    const char* const driver = SDL_GetCurrentVideoDriver();
+    return driver != nullptr && (std::strcmp(driver, "x11") == 0 || std::strcmp(driver, "wayland") == 0);
+}
+
 } // namespace
 
 std::unique_ptr<Screen> openWindow(const WindowOptions& options, std::string& error) {
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    if (SDL_Init(SDL_INIT_VIDEO) != 0) {
-        error = std::string("There is no display to open a window on (") + SDL_GetError() +
-                "). Start from a graphical session, or set DISPLAY.";
+    if (SDL_Init(SDL_INIT_VIDEO) != 0 || !hasDisplay()) {
+        error = "There is no display to open a window on. Start from a graphical session, or set DISPLAY.";
+        SDL_Quit();
         return nullptr;
     }
     const int scale = std::clamp(options.scale, 1, largestScale);

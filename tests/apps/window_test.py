@@ -67,13 +67,18 @@ class WindowTest(Case):
     def settings(self):
         return self.profile.read_text() if self.profile.exists() else ""
 
+    def enter(self, line):
+        self.xdo("type", "--delay", "20", line)
+        self.xdo("key", "Return")
+
     def quit(self, program):
-        self.xdo("type", "--delay", "20", "QUIT\n")
+        self.enter("QUIT")
         # A key that is lost while a window comes up is no fault of ours: the line is typed again.
         def ended():
             if program.poll() is None:
                 self.xdo("key", "Escape")
-                self.xdo("type", "--delay", "20", "QUIT\n")
+                self.enter("QUIT")
+                time.sleep(1)
             return program.poll() is not None
         self.eventually("QUIT ends the program", ended)
         self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))
@@ -101,9 +106,9 @@ class WindowTest(Case):
         self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
         drawing = self.folder / "made.dwg"
         program = self.start()
-        line = f"CIRCLE 5,5 2\nSAVEAS 2000 {drawing}\n"
-        self.eventually("the module has loaded", lambda: time.sleep(2) or True)
-        self.xdo("type", "--delay", "20", line)
+        time.sleep(2)  # until the module has loaded; typing earlier is kept, but may be cut
+        self.enter("CIRCLE 5,5 2")
+        self.enter(f"SAVEAS 2000 {drawing}")
         self.eventually("the drawing is saved", drawing.exists)
         self.quit(program)
 

@@ -91,7 +91,7 @@ TEST_F(TipsTest, NeedNoMouse) {
         user.press(VK_TAB).expect("the focus is on the text", focusOn(kText));
         user.press(VK_NEXT).expect("Page Down scrolls", [] {
             const HWND text = ::GetDlgItem(::FindWindowA(nullptr, kTitle), kText);
-            return ::SendMessageA(text, EM_GETFIRSTVISIBLELINE, 0, 0) > 0;
+            return ::GetScrollPos(text, SB_VERT) > 0;
         });
         user.press(VK_TAB).expect("the focus is on the box", focusOn(kDoNotShow));
         user.press(VK_SPACE).expect("the box is ticked", [&] { return doNotShow() == 1; });
