@@ -5,6 +5,7 @@
 #include "sdl_keys.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 
@@ -318,8 +319,11 @@ void SdlScreen::setCursor(const CursorImage* cursor) {
     shownCursor_ = *cursor;
 }
 
+/// Without a display server SDL tries drivers that complain by themselves.
+bool namesDisplay() { return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr; }
+
 /// SDL falls back on drivers that show nothing to anybody.
-bool hasDisplay() {
+bool showsWindows() {
     const char* const driver = SDL_GetCurrentVideoDriver();
     return driver != nullptr && (std::strcmp(driver, "x11") == 0 || std::strcmp(driver, "wayland") == 0);
 }
@@ -330,7 +334,7 @@ std::unique_ptr<Screen> openWindow(const WindowOptions& options, std::string& er
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
-    if (SDL_Init(SDL_INIT_VIDEO) != 0 || !hasDisplay()) {
+    if (!namesDisplay() || SDL_Init(SDL_INIT_VIDEO) != 0 || !showsWindows()) {
         error = "There is no display to open a window on. Start from a graphical session, or set DISPLAY.";
         SDL_Quit();
         return nullptr;
