@@ -138,3 +138,30 @@ TEST_F(Loader, AFailureNamesTheFileAndTheReason) {
         EXPECT_THAT(result.status.message(), HasSubstr(row.says));
     }
 }
+
+TEST_F(Loader, FindsModulesByTheNameOfTheirFileAndTheProgramByTheNameItGaveItself) {
+    EXPECT_EQ(GetModuleHandleA(nullptr), nullptr) << "no program has made itself known";
+    const HINSTANCE probe = load(PROBE_FILE);
+    std::string name = PROBE_FILE;
+    name.erase(0, name.rfind('/') + 1);
+    EXPECT_EQ(GetModuleHandleA(name.c_str()), probe);
+    name[0] = 'v';
+    EXPECT_EQ(GetModuleHandleA(name.c_str()), probe) << "case doesn't count";
+    freeLibrary(probe);
+    EXPECT_EQ(GetModuleHandleA(name.c_str()), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_MOD_NOT_FOUND);
+
+    HINSTANCE first = nullptr, second = nullptr, library = nullptr;
+    ASSERT_TRUE(registerProgram("Acad.exe", {}, first).ok());
+    ASSERT_TRUE(registerProgram("Acad.exe", {}, second).ok());
+    ASSERT_TRUE(registerProgram("shell.dll", {}, library).ok());
+    EXPECT_EQ(GetModuleHandleA("acad.EXE"), second);
+    EXPECT_EQ(GetModuleHandleA("acad"), nullptr) << "without extension a library is meant";
+    EXPECT_EQ(GetModuleHandleA("SHELL"), library);
+    unregisterProgram(library);
+    unregisterProgram(second);
+    EXPECT_EQ(GetModuleHandleA("Acad.exe"), first);
+    EXPECT_EQ(GetModuleHandleA(nullptr), first);
+    unregisterProgram(first);
+    EXPECT_EQ(GetModuleHandleA("Acad.exe"), nullptr);
+}

@@ -1,5 +1,7 @@
 #include "win32/loader.h"
 
+#include "win32/codepage.h"
+#include "win32/error.h"
 #include "win32/resources.h"
 
 #include <dlfcn.h>
@@ -9,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace vndk::win32 {
@@ -50,6 +53,17 @@ Library* findLibrary(const link_map* map) {
     return nullptr;
 }
 
+struct Program {
+    std::string name;
+    HINSTANCE instance = nullptr;
+};
+
+// In the order of registration.
+std::vector<Program>& programs() {
+    static auto& all = *new std::vector<Program>;
+    return all;
+}
+
 // The mapped file that an address lies in.
 link_map* mapOfAddress(const void* address) {
     Dl_info info{};
@@ -67,6 +81,11 @@ const ModuleRecord* recordOf(const link_map* map) {
 const char* fileName(const char* path) {
     const char* slash = std::strrchr(path, '/');
     return slash != nullptr ? slash + 1 : path;
+}
+
+// A name as a module's file would have it.
+std::string moduleFileName(std::string_view name) {
+    return std::string(name) + (name.find('.') == std::string_view::npos ? ".dll" : "");
 }
 
 // Calls `visit` with each file name that the mapped file says it needs.
@@ -235,3 +254,33 @@ std::string libraryPath(HINSTANCE instance) {
 }
 
 } // namespace vndk::win32
+
+namespace vndk::win32 {
+
+Status registerProgram(const std::string& name, std::span<const std::uint8_t> compiledResources, HINSTANCE& instance) {
+    Status status = registerInstance(compiledResources, instance);
+    if (status.ok())
+        programs().push_back({name, instance});
+    return status;
+}
+
+void unregisterProgram(HINSTANCE instance) {
+    std::erase_if(programs(), [instance](const Program& program) { return program.instance == instance; });
+    unregisterInstance(instance);
+}
+
+} // namespace vndk::win32
+
+HMODULE GetModuleHandleA(LPCSTR name) {
+    using namespace vndk::win32;
+    const std::string wanted = name != nullptr ? moduleFileName(name) : std::string();
+    const auto isWanted = [&wanted](std::string_view own) { return compareNoCase(own, wanted) == 0; };
+    for (auto program = programs().rbegin(); program != programs().rend(); ++program)
+        if (name == nullptr || isWanted(program->name))
+            return program->instance;
+    for (const auto& library : libraries())
+        if (name != nullptr && isWanted(fileName(library->path.c_str())))
+            return library->instance;
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return nullptr;
+}

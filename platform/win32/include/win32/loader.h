@@ -17,6 +17,8 @@
 #include "win32/module_record.h"
 #include "win32/status.h"
 
+#include <cstdint>
+#include <span>
 #include <string>
 
 namespace vndk::win32 {
@@ -40,4 +42,13 @@ BOOL freeLibrary(HINSTANCE instance);
 /// The system path that a loaded library was mapped from; empty for an instance that isn't a loaded library.
 [[nodiscard]] std::string libraryPath(HINSTANCE instance);
 
+/// Makes the running program a module of that name ("Acad.exe"), with these compiled resources, which must stay. A
+/// later program of the same name goes before an earlier one.
+Status registerProgram(const std::string& name, std::span<const std::uint8_t> compiledResources, HINSTANCE& instance);
+void unregisterProgram(HINSTANCE instance);
+
 } // namespace vndk::win32
+
+/// The module of that name: a library by its file's name, or the program; case doesn't count, and a name without
+/// extension means ".dll". Null names the program. Null with ERROR_MOD_NOT_FOUND when there is none.
+HMODULE GetModuleHandleA(LPCSTR name);

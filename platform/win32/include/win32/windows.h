@@ -10,6 +10,7 @@
 #include "win32/gdi.h"
 #include "win32/icons.h"
 #include "win32/input.h"
+#include "win32/loader.h"
 #include "win32/memory.h"
 #include "win32/menu.h"
 #include "win32/messagebox.h"
