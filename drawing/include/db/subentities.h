@@ -39,25 +39,28 @@ private:
     mutable NotCopied<std::unique_ptr<State>> state_; // most owners have none
 };
 
-/// Walks the subentities that aren't erased; objectId() opens nothing. Belongs to the caller.
+/// Walks the subentities, from either end, with those that are erased or without; objectId() opens nothing. Belongs to
+/// the caller.
 class AcDbObjectIterator {
 public:
     explicit AcDbObjectIterator(const std::vector<AcDbObjectId>& ids) : ids_(ids) { start(); }
-    void start() {
-        position_ = 0;
-        skip();
+    void start(bool backwards = false, bool skipDeleted = true) {
+        position_ = backwards ? ids_.size() - 1 : 0;
+        skip(backwards, skipDeleted);
     }
     bool done() const { return position_ >= ids_.size(); }
-    void step() {
-        ++position_;
-        skip();
+    void step(bool backwards = false, bool skipDeleted = true) {
+        move(backwards);
+        skip(backwards, skipDeleted);
     }
     AcDbObjectId objectId() const { return done() ? AcDbObjectId() : ids_[position_]; }
 
 private:
-    void skip() {
-        while (!done() && ids_[position_].isErased())
-            ++position_;
+    /// Before the first one the position is beyond all: it wraps around.
+    void move(bool backwards) { position_ += backwards ? size_t(-1) : size_t(1); }
+    void skip(bool backwards, bool skipDeleted) {
+        while (skipDeleted && !done() && ids_[position_].isErased())
+            move(backwards);
     }
     const std::vector<AcDbObjectId>& ids_;
     size_t position_ = 0;

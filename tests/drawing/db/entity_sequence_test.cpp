@@ -35,6 +35,34 @@ TEST_F(EntitySequence, ErasingAReferenceTakesItsAttributesAndBringsBackOnlyThose
     EXPECT_EQ(iterator->objectId(), second);
 }
 
+TEST_F(EntitySequence, TheIteratorGoesBothWaysWithErasedOnesOrWithout) {
+    const AcDbObjectId reference = append(new AcDbBlockReference({}, addBlock("B")));
+    const AcDbObjectId first = addAttribute(reference, "A"), second = addAttribute(reference, "B"),
+                       third = addAttribute(reference, "C"), fourth = addAttribute(reference, "D");
+    setErased(first, true);
+    setErased(third, true);
+    const AcDbObjectPointer<AcDbBlockReference> open(reference);
+    const std::unique_ptr<AcDbObjectIterator> iterator(open->attributeIterator());
+    const auto walked = [&](bool backwards, bool skipDeleted) {
+        std::vector<AcDbObjectId> ids;
+        for (iterator->start(backwards, skipDeleted); !iterator->done(); iterator->step(backwards, skipDeleted))
+            ids.push_back(iterator->objectId());
+        return ids;
+    };
+    using Ids = std::vector<AcDbObjectId>;
+    EXPECT_EQ(walked(false, true), (Ids{second, fourth}));
+    EXPECT_EQ(walked(true, true), (Ids{fourth, second}));
+    EXPECT_EQ(walked(false, false), (Ids{first, second, third, fourth}));
+    EXPECT_EQ(walked(true, false), (Ids{fourth, third, second, first}));
+    const AcDbObjectId bare = append(new AcDbBlockReference({}, addBlock("C")));
+    const AcDbObjectPointer<AcDbBlockReference> openBare(bare);
+    const std::unique_ptr<AcDbObjectIterator> none(openBare->attributeIterator());
+    for (const bool backwards : {false, true}) {
+        none->start(backwards);
+        EXPECT_TRUE(none->done());
+    }
+}
+
 TEST_F(EntitySequence, UndoTakesAttributesBackAndRedoBringsThem) {
     database.undo().beginGroup("INSERT");
     const AcDbObjectId reference = append(new AcDbBlockReference({}, addBlock("B")));
