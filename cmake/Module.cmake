@@ -42,6 +42,49 @@ function(vndk_compile_resources out)
   set(${out} ${res} PARENT_SCOPE)
 endfunction()
 
+# vndk_draw_pictures(folder files SOURCE_FOLDER): draws the icons, cursors and bitmaps that stand as text (*.txt) in a
+# folder of the sources. `folder` gets the place of the results, `files` their paths.
+function(vndk_draw_pictures folder files source_folder)
+  find_program(VONDRAKE_PICTURE_PYTHON python3 REQUIRED DOC "Python 3, which draws pictures")
+  set(results_folder ${CMAKE_CURRENT_BINARY_DIR}/pictures)
+  set(script ${PROJECT_SOURCE_DIR}/scripts/make_pictures.py)
+  set(suffix_icon ico)
+  set(suffix_cursor cur)
+  set(suffix_bitmap bmp)
+  set(results "")
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${source_folder}/*.txt)
+  foreach(source IN LISTS sources)
+    file(STRINGS ${source} kind REGEX "^(icon|cursor|bitmap) ")
+    string(REGEX REPLACE " .*" "" kind "${kind}")
+    cmake_path(GET source STEM name)
+    list(APPEND results ${results_folder}/${name}.${suffix_${kind}})
+  endforeach()
+  add_custom_command(OUTPUT ${results}
+    COMMAND ${VONDRAKE_PICTURE_PYTHON} -B ${script} ${results_folder} ${sources}
+    DEPENDS ${script} ${sources}
+    COMMENT "Drawing pictures"
+    VERBATIM)
+  set(${folder} ${results_folder} PARENT_SCOPE)
+  set(${files} ${results} PARENT_SCOPE)
+endfunction()
+
+# vndk_embed_resources(source TARGET name [RES file.res]): `source` gets an assembler file for that target, with the
+# compiled resources (or nothing) between the labels vndk_resources_begin and vndk_resources_end.
+function(vndk_embed_resources source)
+  cmake_parse_arguments(ARG "" "TARGET;RES" "" ${ARGN})
+  set(target ${ARG_TARGET})
+  set(embed_line "")
+  if(ARG_RES)
+    set(embed_line ".incbin \"${ARG_RES}\"")
+  endif()
+  set(embed ${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.S)
+  configure_file(${VNDK_MODULE_FILES}/resources.S.in ${embed} @ONLY)
+  if(ARG_RES)
+    set_source_files_properties(${embed} PROPERTIES OBJECT_DEPENDS ${ARG_RES})
+  endif()
+  set(${source} ${embed} PARENT_SCOPE)
+endfunction()
+
 # vndk_add_module(target EXTENSION .arx|.dbx SOURCES ... [RC file.rc [RC_INCLUDES dirs] [RC_DEPENDS pictures]]
 #                 EXPORTS names... | EXPORT_ALL_DEFAULT_VISIBILITY
 #                 [LIBS ...])
@@ -50,16 +93,11 @@ endfunction()
 function(vndk_add_module target)
   cmake_parse_arguments(ARG "EXPORT_ALL_DEFAULT_VISIBILITY" "EXTENSION;RC" "SOURCES;EXPORTS;LIBS;RC_INCLUDES;RC_DEPENDS"
     ${ARGN})
-  set(embed_line "")
+  set(res "")
   if(ARG_RC)
     vndk_compile_resources(res RC ${ARG_RC} INCLUDES ${ARG_RC_INCLUDES} DEPENDS ${ARG_RC_DEPENDS})
-    set(embed_line ".incbin \"${res}\"")
   endif()
-  set(embed ${CMAKE_CURRENT_BINARY_DIR}/${target}_resources.S)
-  configure_file(${VNDK_MODULE_FILES}/resources.S.in ${embed} @ONLY)
-  if(ARG_RC)
-    set_source_files_properties(${embed} PROPERTIES OBJECT_DEPENDS ${res})
-  endif()
+  vndk_embed_resources(embed TARGET ${target} RES ${res})
 
   add_library(${target} SHARED ${ARG_SOURCES} ${embed} ${PROJECT_SOURCE_DIR}/platform/win32/module/announce.cpp)
   vndk_target(${target})

@@ -17,6 +17,7 @@
 ACRX_NO_CONS_DEFINE_MEMBERS(AcApDocument, AcRxObject)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcApDocManagerReactor, AcRxObject)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcApDocManager, AcRxObject)
+ACRX_NO_CONS_DEFINE_MEMBERS(AcTransactionManager, AcRxObject)
 
 using vndk::host::Host;
 

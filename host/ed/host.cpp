@@ -1,6 +1,7 @@
 #include "ed/host.h"
 
 #include "ads/external_functions.h"
+#include "ed/program_resources.h"
 #include "rx/registry.h"
 
 #include <cassert>
@@ -14,8 +15,9 @@ Host* g_current = nullptr;
 } // namespace
 
 Host::Host()
-    : former_(g_current), linker_(*this), variables_(*this), prompts_(*this), commandLine_(*this),
-      externals_(std::make_unique<ExternalFunctions>(*this)), documents_(std::make_unique<AcApDocManager>(*this)) {
+    : former_(g_current), resources_(std::make_unique<ProgramResources>()), linker_(*this), variables_(*this),
+      prompts_(*this), commandLine_(*this), externals_(std::make_unique<ExternalFunctions>(*this)),
+      documents_(std::make_unique<AcApDocManager>(*this)) {
     g_current = this;
     for (const BuiltInCommand& row : builtInCommands())
         commands_.addBuiltIn(row);

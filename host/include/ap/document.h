@@ -12,6 +12,7 @@
 // In documentCreated curDocument() is the new document, in documentDestroyed the surviving one (or null).
 #pragma once
 
+#include "ap/transaction_manager.h"
 #include "db/database.h"
 
 #include <memory>
@@ -39,6 +40,7 @@ class AcApDocument : public AcRxObject {
     ACRX_DECLARE_MEMBERS(AcApDocument)
 public:
     AcDbDatabase* database() const { return database_.get(); }
+    AcTransactionManager* transactionManager() { return &transactionManager_; }
     /// Full name in the DOS form ("C:\dwg\plan.dwg"), or "Drawing1.dwg" as long as it has no file.
     const char* fileName() const { return fileName_.c_str(); }
     const char* docTitle() const { return fileName_.c_str(); }
@@ -64,6 +66,7 @@ private:
 
     vndk::host::Host& host_;
     std::unique_ptr<AcDbDatabase> database_;
+    AcTransactionManager transactionManager_;
     std::unique_ptr<vndk::host::LispLink> link_;
     std::unique_ptr<vndk::lisp::Interpreter> lisp_;
     std::string fileName_;

@@ -30,6 +30,7 @@ class AcRxObject;
 namespace vndk::host {
 
 class ExternalFunctions;
+class ProgramResources;
 
 /// A registry of the user's settings, section by section; the app hands in the real one.
 class ProfileStore {
@@ -95,6 +96,7 @@ private:
     void removeServices();
 
     Host* former_;
+    std::unique_ptr<ProgramResources> resources_;
     std::function<void(std::string_view)> print_;
     std::function<void(std::string_view)> alert_;
     ProfileStore* profile_ = nullptr;

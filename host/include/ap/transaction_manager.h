@@ -1,0 +1,13 @@
+// A document's transaction manager, as far as it brings the display up to date.
+#pragma once
+
+#include "rx/class.h"
+
+/// Belongs to its document.
+class AcTransactionManager : public AcRxObject {
+    ACRX_DECLARE_MEMBERS(AcTransactionManager)
+public:
+    /// Shows what recordGraphicsModified has told of, without waiting for the command's end. No view of a drawing
+    /// exists that could be behind, so there is nothing to draw.
+    void flushGraphics() {}
+};
