@@ -1,6 +1,7 @@
 #include "frame/commands.h"
 
 #include "ads/ads.h"
+#include "attributes/edit_attribute_dlg.h"
 #include "controls/getting_started_dlg.h"
 #include "ed/command_stack.h"
 #include "frame/module.h"
@@ -23,8 +24,8 @@ struct CommandRow {
 };
 
 const CommandRow g_commandTable[] = {
-    {"BLOCKS", kPalette, TellNoPalette},           {"DDATTE2", kDialog, TellNoAttributeEditor},
-    {"DDATTE", kDialog, TellNoAttributeEditor},    {"EATTEDIT", kEditor, TellNoAttributeEditor},
+    {"BLOCKS", kPalette, TellNoPalette},           {"DDATTE2", kDialog, EditAttributes},
+    {"DDATTE", kDialog, EditAttributes},           {"EATTEDIT", kEditor, TellNoAttributeEditor},
     {"-EATTEDIT", kEditor, TellNoAttributeEditor}, {"_EATTEDIT", kEditor, TellNoAttributeEditor},
     {"EA", kEditor, TellNoAttributeEditor},
 };

@@ -1,6 +1,7 @@
 #include "frame/functions.h"
 
 #include "ads/ads.h"
+#include "attributes/edit_attribute_dlg.h"
 #include "frame/unavailable.h"
 #include "insertion/insert_block.h"
 
@@ -17,7 +18,7 @@ struct FunctionRow {
 const FunctionRow g_functionTable[] = {
     {"c:_binsertfile", InsertFileUnavailable},
     {"c:_binsert", InsertBlockFunction},
-    {"c:ddatte", EditAttributesUnavailable},
+    {"c:ddatte", EditAttributesFunction},
 };
 
 constexpr int kFunctionCount = static_cast<int>(std::size(g_functionTable));

@@ -19,9 +19,3 @@ int InsertFileUnavailable() {
     acedRetVoid();
     return 0;
 }
-
-int EditAttributesUnavailable() {
-    Tell(IDS_NO_ATTRIBUTE_EDITOR_YET);
-    acedRetVoid();
-    return 0;
-}

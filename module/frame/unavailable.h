@@ -4,6 +4,5 @@
 void TellNoPalette();
 void TellNoAttributeEditor();
 
-/// LISP functions.
+/// A LISP function.
 int InsertFileUnavailable();
-int EditAttributesUnavailable();

@@ -1,0 +1,244 @@
+#include "attributes/edit_attribute_dlg.h"
+
+#include "ads/ads.h"
+#include "attributes/attribute_access.h"
+#include "frame/module.h"
+#include "objects/attribute.h"
+#include "resources/resource.h"
+
+namespace {
+
+constexpr UINT kHostIcon = 1;
+constexpr int kPromptWidth = 100; // pixels
+constexpr int kColumnMargin = 4;  // what the columns leave free of the list's width
+
+/// Takes over a text that the host gave.
+CString TakeText(char* pszText) {
+    CString strText(pszText);
+    acutDelString(pszText);
+    return strText;
+}
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CEditAttributeDlg, CDialog)
+ON_BN_CLICKED(IDC_EDIT_OK, &CEditAttributeDlg::OnOK)
+ON_NOTIFY(NM_CLICK, IDC_ATTRIBUTE_LIST, &CEditAttributeDlg::OnListNotify)
+ON_NOTIFY(NM_RETURN, IDC_ATTRIBUTE_LIST, &CEditAttributeDlg::OnListNotify)
+ON_WM_DESTROY()
+END_MESSAGE_MAP()
+
+CEditAttributeDlg::CEditAttributeDlg(CWnd* pParent) : CDialog(IDD_EDIT_ATTRIBUTE, pParent) {}
+
+CEditAttributeDlg::~CEditAttributeDlg() = default;
+
+void CEditAttributeDlg::DoDataExchange(CDataExchange* pDX) {
+    CDialog::DoDataExchange(pDX);
+    DDX_Control(pDX, IDC_ATTRIBUTE_LIST, m_list);
+    DDX_Text(pDX, IDC_BLOCK_LABEL, m_blockLabel);
+}
+
+// The rows, from the drawing.
+
+bool CEditAttributeDlg::SelectBlock(VNDKBlockReference* pRef) {
+    if (pRef) {
+        m_pIntelligentRef = pRef;
+        acdbGetAdsName(m_entName, pRef->objectId());
+    } else if (!PickReference()) {
+        return false;
+    }
+    const bool bRead = ReadReference();
+    CloseReference();
+    return bRead && m_prompts.GetSize() > 0;
+}
+
+bool CEditAttributeDlg::PickReference() {
+    ads_point point;
+    for (int nResult = RTERROR; nResult != RTNORM;) {
+        nResult = acedEntSel(LoadResString(IDS_SELECT_BLOCK), m_entName, point);
+        if (nResult == RTCAN)
+            return false;
+    }
+    AcDbObjectId id;
+    acdbGetObjectId(id, m_entName);
+    AcDbEntity* pEntity = OpenChecked<AcDbEntity>(id, AcDb::kForRead);
+    if (!pEntity)
+        return false;
+    if (pEntity->isA() == VNDKBlockReference::desc()) {
+        m_pIntelligentRef = static_cast<VNDKBlockReference*>(pEntity);
+    } else if (pEntity->isA() == AcDbBlockReference::desc()) {
+        m_pBlockRef = static_cast<AcDbBlockReference*>(pEntity);
+    } else {
+        acutPrintf("%s", static_cast<LPCSTR>(LoadResString(IDS_NOT_A_BLOCK)));
+        pEntity->close();
+        return false;
+    }
+    return true;
+}
+
+void CEditAttributeDlg::CloseReference() {
+    if (m_pIntelligentRef)
+        m_pIntelligentRef->close();
+    else if (m_pBlockRef)
+        m_pBlockRef->close();
+    m_pIntelligentRef = nullptr;
+    m_pBlockRef = nullptr;
+}
+
+bool CEditAttributeDlg::ReadReference() {
+    const AcDbBlockReference* pReference = m_pIntelligentRef ? m_pIntelligentRef : m_pBlockRef;
+    auto* pBlock = OpenChecked<AcDbBlockTableRecord>(pReference->blockTableRecord(), AcDb::kForRead);
+    if (!pBlock)
+        return false;
+    m_blockLabel = LoadResString(IDS_BLOCK_NAME);
+    if (m_pIntelligentRef) {
+        m_blockLabel += m_pIntelligentRef->originalBlockName();
+    } else if (char* pszName = nullptr; pBlock->getName(pszName) == Acad::eOk) {
+        m_blockLabel += TakeText(pszName);
+    }
+    ReadDefinitions(pBlock);
+    pBlock->close();
+    if (m_pIntelligentRef)
+        ReadIntelligentValues();
+    else
+        ReadPlainValues();
+    return true;
+}
+
+void CEditAttributeDlg::ReadDefinitions(AcDbBlockTableRecord* pBlock) {
+    ForEachRowDefinition(pBlock, [this](const AcDbAttributeDefinition* pDefinition) {
+        m_fieldLengths.Add(pDefinition->fieldLength());
+        m_prompts.Add(TakeText(pDefinition->prompt()));
+        m_values.Add(TakeText(pDefinition->textString()));
+    });
+}
+
+/// The reference may have more attributes than the block has definitions.
+void CEditAttributeDlg::SetValue(int nRow, char* pszValue) {
+    const CString strValue = TakeText(pszValue);
+    if (HasRow(nRow))
+        m_values[nRow] = strValue;
+}
+
+void CEditAttributeDlg::ReadIntelligentValues() {
+    int nRow = 0;
+    for (int i = 0; i < m_pIntelligentRef->attributeCount(); ++i) {
+        auto* pAttribute = OpenChecked<VNDKAttribute>(m_pIntelligentRef->getAttribute(i), AcDb::kForRead);
+        if (!pAttribute)
+            continue;
+        if (!pAttribute->isConstant())
+            SetValue(nRow++, pAttribute->defaultValue());
+        pAttribute->close();
+    }
+}
+
+void CEditAttributeDlg::ReadPlainValues() {
+    int nRow = 0;
+    ForEachRowAttribute(m_pBlockRef, AcDb::kForRead,
+                        [&](AcDbAttribute* pAttribute) { SetValue(nRow++, pAttribute->textString()); });
+}
+
+// The dialog.
+
+BOOL CEditAttributeDlg::OnInitDialog() {
+    CDialog::OnInitDialog();
+    m_hIcon = static_cast<HICON>(
+        ::LoadImageA(::GetModuleHandleA("Acad.exe"), MAKEINTRESOURCE(kHostIcon), IMAGE_ICON, 0, 0, 0));
+    SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_hIcon));
+
+    CRect rect;
+    m_list.GetWindowRect(rect);
+    m_list.InsertColumn(0, LoadResString(IDS_COLUMN_DESCRIPTION), LVCFMT_LEFT, kPromptWidth);
+    m_list.InsertColumn(1, LoadResString(IDS_COLUMN_DATA), LVCFMT_LEFT, rect.Width() - kPromptWidth - kColumnMargin);
+    m_list.SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_GRIDLINES, LVS_EX_GRIDLINES);
+    for (int nRow = 0; nRow < m_prompts.GetSize(); ++nRow) {
+        m_list.InsertItem(nRow, m_prompts[nRow]);
+        m_list.SetItemText(nRow, 1, m_values[nRow]);
+        m_list.SetItemData(nRow, static_cast<DWORD_PTR>(m_fieldLengths[nRow]));
+    }
+    m_list.SetFocus();
+    return TRUE;
+}
+
+void CEditAttributeDlg::OnListNotify(NMHDR* /*pNMHDR*/, LRESULT* pResult) { *pResult = 0; }
+
+void CEditAttributeDlg::OnOK() {
+    CommitAttributes();
+    CDialog::OnOK();
+}
+
+void CEditAttributeDlg::OnDestroy() {
+    CWnd::OnDestroy();
+    ::DestroyIcon(m_hIcon);
+    m_hIcon = nullptr;
+}
+
+// The values, into the drawing.
+
+bool CEditAttributeDlg::CommitAttributes() {
+    const CDocumentLock lock;
+    if (!lock.IsLocked() || !WriteReference())
+        return false;
+    acDocManagerPtr()->curDocument()->transactionManager()->flushGraphics();
+    return true;
+}
+
+bool CEditAttributeDlg::WriteReference() {
+    AcDbObjectId id;
+    acdbGetObjectId(id, m_entName);
+    auto* pReference = OpenChecked<AcDbBlockReference>(id, AcDb::kForWrite);
+    if (!pReference)
+        return false;
+    m_pIntelligentRef = VNDKBlockReference::cast(pReference);
+    if (!m_pIntelligentRef)
+        m_pBlockRef = pReference;
+    bool bWritten = true;
+    if (m_pIntelligentRef)
+        bWritten = WriteIntelligentValues();
+    else
+        WritePlainValues();
+    if (bWritten)
+        pReference->recordGraphicsModified(true);
+    CloseReference();
+    return bWritten;
+}
+
+bool CEditAttributeDlg::WriteIntelligentValues() {
+    int nRow = 0;
+    for (int i = 0; i < m_pIntelligentRef->attributeCount(); ++i) {
+        auto* pAttribute = OpenChecked<VNDKAttribute>(m_pIntelligentRef->getAttribute(i), AcDb::kForWrite);
+        if (!pAttribute)
+            return false;
+        if (!pAttribute->isConstant() && HasRow(nRow)) {
+            const CString strText = m_list.GetItemText(nRow++, 1);
+            pAttribute->setTextString(strText);
+            pAttribute->setDefaultValue(strText);
+            pAttribute->adjustAlignment(acdbHostApplicationServices()->workingDatabase());
+        }
+        pAttribute->CheckFormulaForStretch();
+        pAttribute->close();
+    }
+    return true;
+}
+
+void CEditAttributeDlg::WritePlainValues() {
+    int nRow = 0;
+    ForEachRowAttribute(m_pBlockRef, AcDb::kForWrite, [&](AcDbAttribute* pAttribute) {
+        if (HasRow(nRow))
+            pAttribute->setTextString(m_list.GetItemText(nRow++, 1));
+    });
+}
+
+// Commands.
+
+void EditAttributes() {
+    CEditAttributeDlg dlg(CWnd::FromHandle(adsw_acadMainWnd()));
+    if (dlg.SelectBlock(nullptr))
+        dlg.DoModal();
+}
+
+int EditAttributesFunction() {
+    EditAttributes();
+    acedRetVoid();
+    return 0;
+}

@@ -1,0 +1,128 @@
+#include "attributes/edit_list_ctrl.h"
+
+#include "attributes/attribute_list_owner.h"
+
+namespace {
+
+constexpr UINT kEditId = 110;
+constexpr DWORD kEditStyle = WS_CHILD | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
+constexpr WPARAM kMostCharacters = 36000;
+constexpr LONG kInsideFirstColumn = 2; // pixels
+
+// The box leaves the grid lines free and lays its text over the cell's.
+constexpr LONG kTopMargin = 2;
+constexpr LONG kLeftMargin = 6;
+constexpr LONG kBottomMargin = 1;
+
+} // namespace
+
+BEGIN_MESSAGE_MAP(CEditListCtrl, CListCtrl)
+ON_WM_LBUTTONDOWN()
+ON_WM_VSCROLL()
+ON_WM_HSCROLL()
+ON_NOTIFY_REFLECT(LVN_ITEMCHANGED, &CEditListCtrl::OnItemChanged)
+END_MESSAGE_MAP()
+
+CEditListCtrl::~CEditListCtrl() = default;
+
+void CEditListCtrl::EditCell(int nRow, int nCol) {
+    // Stored before the box hides and loses the focus by it: what was typed belongs to the row it was typed in.
+    const bool bCell = nRow > -1 && nCol > -1;
+    m_editRow = bCell ? nRow : -1;
+    m_editCol = bCell ? nCol : -1;
+    HideEdit();
+    m_edit.m_commitEnabled = false;
+    if (m_editRow == -1 || m_editCol != 1)
+        return;
+
+    const CString strText = GetItemText(nRow, nCol);
+    if (m_edit.GetSafeHwnd())
+        m_edit.SetWindowText(strText);
+    if (m_ownerDlg)
+        m_ownerDlg->ShowRow(nRow);
+    EnsureVisible(nRow, FALSE);
+    CRect rect;
+    GetSubItemRect(nRow, nCol, LVIR_LABEL, rect);
+    rect.top += kTopMargin;
+    rect.left += kLeftMargin;
+    rect.bottom -= kBottomMargin;
+    PlaceEdit(rect);
+
+    const DWORD_PTR nLimit = GetItemData(nRow);
+    m_edit.SendMessage(EM_LIMITTEXT, nLimit != 0 ? nLimit : kMostCharacters);
+    m_edit.m_openingText = strText;
+    m_edit.SetWindowText(strText);
+    m_edit.SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, SWP_NOSIZE | SWP_NOMOVE);
+    m_edit.ShowWindow(SW_SHOW);
+    m_edit.SendMessage(EM_SETSEL, 0, strText.GetLength());
+    m_edit.m_commitEnabled = true;
+    m_edit.SetFocus();
+}
+
+void CEditListCtrl::HideEdit() {
+    if (m_edit.GetSafeHwnd())
+        m_edit.ShowWindow(SW_HIDE);
+}
+
+void CEditListCtrl::PlaceEdit(const CRect& rect) {
+    if (!m_edit.GetSafeHwnd()) {
+        m_edit.Create(kEditStyle, rect, this, kEditId);
+        m_edit.SendMessage(WM_SETFONT, static_cast<WPARAM>(SendMessage(WM_GETFONT)), TRUE);
+    }
+    m_edit.MoveWindow(rect, TRUE);
+}
+
+void CEditListCtrl::SetCellText(CString strText, int nCol) {
+    SetItemText(m_editRow, nCol, strText);
+    EnableApply();
+}
+
+void CEditListCtrl::EnableApply() {
+    if (m_ownerDlg)
+        m_ownerDlg->EnableApply();
+}
+
+/// The row whose whole width holds the point; -1 for none.
+int CEditListCtrl::RowAt(CPoint point) const {
+    const int nCount = GetItemCount();
+    for (int nRow = 0; nRow < nCount; ++nRow) {
+        CRect rect;
+        if (GetItemRect(nRow, rect, LVIR_BOUNDS) && rect.PtInRect(point))
+            return nRow;
+    }
+    return -1;
+}
+
+void CEditListCtrl::OnLButtonDown(UINT nFlags, CPoint point) {
+    CListCtrl::OnLButtonDown(nFlags, point);
+    LVHITTESTINFO hit{};
+    hit.pt = point;
+    if (SubItemHitTest(&hit) == -1) {
+        // To the right of the last column the click still has a row.
+        hit = {};
+        hit.pt = CPoint(kInsideFirstColumn, point.y);
+        SubItemHitTest(&hit);
+    }
+    if (hit.iItem != -1) {
+        if (hit.iSubItem != 0)
+            EditCell(hit.iItem, hit.iSubItem);
+        return;
+    }
+    if (const int nRow = RowAt(point); nRow != -1)
+        EditCell(nRow, 1);
+}
+
+void CEditListCtrl::OnVScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar) {
+    HideEdit();
+    CListCtrl::OnVScroll(nSBCode, nPos, pScrollBar);
+}
+
+void CEditListCtrl::OnHScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar) {
+    HideEdit();
+    CListCtrl::OnHScroll(nSBCode, nPos, pScrollBar);
+}
+
+void CEditListCtrl::OnItemChanged(NMHDR* /*pNMHDR*/, LRESULT* pResult) {
+    EnableApply();
+    *pResult = 0;
+}
