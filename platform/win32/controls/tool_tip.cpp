@@ -49,7 +49,9 @@ void ToolTip::relay(HWND target, UINT message, LPARAM lParam) {
 }
 
 void ToolTip::pointerMoved(HWND source, POINT screen) {
-    if (tracked_ || (screen.x == lastPointer_.x && screen.y == lastPointer_.y))
+    const bool moved = screen.x != lastPointer_.x || screen.y != lastPointer_.y;
+    // A message at the same place shows nothing that was put away, but the tool goes on waiting for rest.
+    if (tracked_ || (!moved && !waiting_))
         return;
     lastPointer_ = screen;
     const Index tool = toolAt(source, screen);
@@ -61,14 +63,20 @@ void ToolTip::pointerMoved(HWND source, POINT screen) {
     if (!alive())
         return;
     current_ = tool;
-    KillTimer(window(), showTimer);
-    if (tool && active_)
+    stopWaiting();
+    waiting_ = tool && active_;
+    if (waiting_)
         SetTimer(window(), showTimer, static_cast<UINT>(delay(wasShown ? TTDT_RESHOW : TTDT_INITIAL)), nullptr);
+}
+
+void ToolTip::stopWaiting() {
+    KillTimer(window(), showTimer);
+    waiting_ = false;
 }
 
 /// No tool, nothing shown, until the pointer moves onto one again.
 void ToolTip::rest() {
-    KillTimer(window(), showTimer);
+    stopWaiting();
     if (shown_)
         hide();
     current_.reset();
@@ -84,7 +92,7 @@ ToolTip::Index ToolTip::toolUnderPointer() const {
 void ToolTip::onTimer(UINT_PTR id) {
     switch (id) {
     case showTimer:
-        KillTimer(window(), showTimer);
+        stopWaiting();
         if (current_ && *current_ < tools_.size() && toolUnderPointer() == current_ && ownerIsActive(tools_[*current_]))
             show(*current_);
         break;

@@ -62,6 +62,7 @@ private:
     void show(std::size_t index);
     void hide();
     void rest();
+    void stopWaiting();
     [[nodiscard]] bool ownerIsActive(const Tool& tool) const;
     [[nodiscard]] SIZE bubbleSize(const std::string& text) const;
     [[nodiscard]] POINT placeFor(const Tool& tool, SIZE size) const;
@@ -82,6 +83,7 @@ private:
     bool active_ = true;
     Index current_; // the tool that the pointer is over, or that is tracked
     bool shown_ = false;
+    bool waiting_ = false; // the delay runs after which the tip shows
     bool tracked_ = false;
     POINT trackPoint_{};
     POINT lastPointer_{-0x7FFF, -0x7FFF};

@@ -32,6 +32,22 @@ TEST(Profile, ValuesComeBackAsTheyWere) {
     }
 }
 
+TEST(Profile, ValuesLoseOuterBlanksAndOnePairOfQuotes) {
+    const TempFolder folder;
+    const std::string path = folder.write(
+        "a.ini",
+        "[S]\na =  two words \t\nb=\"quoted\"\nc= ' q ' \nd=\"\"twice\"\"\ne=\"open\nf=\"\ng=in \"the\" middle\n");
+    const struct {
+        const char *key, *value;
+    } cases[] = {{"a", "two words"}, {"b", "quoted"},           {"c", " q "}, {"d", "\"twice\""}, {"e", "\"open"},
+                 {"f", "\""},        {"g", "in \"the\" middle"}};
+    for (const auto& row : cases) {
+        char buffer[40];
+        GetPrivateProfileStringA("S", row.key, "none", buffer, sizeof buffer, path.c_str());
+        EXPECT_STREQ(buffer, row.value) << row.key;
+    }
+}
+
 TEST(Profile, TextThatWouldBreakTheFileIsRefused) {
     ProfileFile profile;
     const struct {

@@ -68,17 +68,20 @@ TEST_F(ListBoxTest, keepsDataBesideTheText) {
 }
 
 TEST_F(ListBoxTest, holdsWhatTheOwnerGaveWhenItHasNoStrings) {
-    makeList(plain | LBS_OWNERDRAWFIXED);
-    static const char* const something = "not copied";
-    EXPECT_EQ(add(something), 0);
-    const auto pointer = static_cast<LRESULT>(ask(LB_GETITEMDATA, 0));
-    EXPECT_NE(pointer, 0);
-    ULONG_PTR read = 0;
-    EXPECT_EQ(ask(LB_GETTEXTLEN, 0), static_cast<LRESULT>(sizeof read));
-    EXPECT_EQ(ask(LB_GETTEXT, 0, reinterpret_cast<LPARAM>(&read)), static_cast<LRESULT>(sizeof read));
-    EXPECT_EQ(static_cast<LRESULT>(read), pointer);
-    EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), pointer), 0);
-    EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), pointer + 1), LB_ERR);
+    static const char something[] = "not copied";
+    const auto pointer = reinterpret_cast<LPARAM>(something);
+    for (const DWORD style : {LBS_OWNERDRAWFIXED, LBS_OWNERDRAWVARIABLE}) {
+        makeList(plain | style);
+        EXPECT_EQ(ask(LB_ADDSTRING, 0, pointer), 0);
+        EXPECT_EQ(ask(LB_GETITEMDATA, 0), pointer) << style;
+        ULONG_PTR read = 0;
+        EXPECT_EQ(ask(LB_GETTEXTLEN, 0), static_cast<LRESULT>(sizeof read));
+        EXPECT_EQ(ask(LB_GETTEXT, 0, reinterpret_cast<LPARAM>(&read)), static_cast<LRESULT>(sizeof read));
+        EXPECT_EQ(static_cast<LRESULT>(read), pointer);
+        EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), pointer), 0);
+        EXPECT_EQ(ask(LB_FINDSTRING, static_cast<WPARAM>(-1), pointer + 1), LB_ERR);
+        DestroyWindow(list);
+    }
 }
 
 TEST_F(ListBoxTest, findsByBeginningOrWholeTextFromBehindAnItemAndRoundTheEnd) {

@@ -120,6 +120,12 @@ TEST_F(RichEditTest, FollowsItsCaret) {
     send(EM_SCROLLCARET);
     EXPECT_LT(placeOf(400).y, height);
     EXPECT_GT(send(EM_GETFIRSTVISIBLELINE), 0);
+    send(EM_SETSEL, 10, 10);
+    EXPECT_GE(placeOf(10).y, 0) << "upwards, too";
+    send(EM_LINESCROLL, 0, 100);
+    EXPECT_LT(placeOf(10).y, 0);
+    send(EM_SCROLLCARET);
+    EXPECT_GE(placeOf(10).y, 0);
 }
 
 TEST_F(RichEditTest, TakesNoBreakInASingleLine) {

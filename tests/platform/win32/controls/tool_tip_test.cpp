@@ -173,13 +173,35 @@ TEST_F(ToolTipTest, HearsOfThePointerByRelayedMessages) {
     TOOLINFO info = tool(hello);
     send(TTM_ADDTOOL, info);
     hover();
-    MSG message{};
-    message.hwnd = target;
-    message.message = WM_MOUSEMOVE;
-    message.lParam = MAKELPARAM(30, 20);
-    SendMessage(tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
-    wait(GetDoubleClickTime() + 50);
+    int x = 30;
+    const auto relay = [&](UINT number) {
+        MSG message{};
+        message.hwnd = target;
+        message.message = number;
+        message.lParam = MAKELPARAM(x, 20);
+        SendMessage(tip, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&message));
+    };
+    const std::uint32_t delay = GetDoubleClickTime();
+    relay(WM_MOUSEMOVE);
+    for (const int next : {34, 34}) {
+        wait(delay - 100);
+        EXPECT_FALSE(shown()) << "each message begins the delay anew";
+        x = next;
+        relay(WM_MOUSEMOVE);
+    }
+    wait(delay + 50);
     EXPECT_TRUE(shown());
+    for (const UINT press : {WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_MBUTTONDOWN}) {
+        relay(press);
+        EXPECT_FALSE(shown()) << press;
+        relay(WM_MOUSEMOVE);
+        wait(delay + 50);
+        EXPECT_FALSE(shown()) << "the pointer has to move first";
+        hover(++x);
+        relay(WM_MOUSEMOVE);
+        wait(delay + 50);
+        EXPECT_TRUE(shown()) << press;
+    }
     send(TTM_DELTOOL, info);
     EXPECT_FALSE(shown()) << "the tool has gone";
 }
