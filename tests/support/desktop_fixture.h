@@ -142,9 +142,15 @@ class DesktopFixture : public testing::Test {
 protected:
     static constexpr int screenWidth = 800;
     static constexpr int screenHeight = 600;
+    static constexpr int settleLimit = 100000; // messages
 
-    /// Delivers everything that waits, timers that are not due left alone. The number of messages dispatched.
-    int settle() { return desktop->settle(); }
+    /// Delivers everything that waits, timers that are not due left alone. The number of messages dispatched. Windows
+    /// that never come to rest fail the test.
+    int settle() {
+        const int dispatched = desktop->settle(settleLimit);
+        EXPECT_LT(dispatched, settleLimit) << "the windows don't come to rest";
+        return dispatched;
+    }
     /// Lets time go by: timers that come due are delivered.
     void wait(std::uint32_t milliseconds) {
         constexpr std::uint32_t step = 10;

@@ -292,7 +292,7 @@ TEST_F(DialogTest, DialogMayBeDestroyedByAnyOfItsMessages) {
         const DLGPROC procedure = [](HWND dialog, UINT message, WPARAM, LPARAM) -> INT_PTR {
             if (message == deadly)
                 DestroyWindow(dialog);
-            return TRUE;
+            return message != WM_PAINT; // whoever takes that one has to paint, or it comes for ever
         };
         const HWND dialog = createDialog(nullptr, bytesOf, nullptr, procedure, 0);
         settle();
