@@ -63,11 +63,12 @@ void CGettingStartedDlg::DoDataExchange(CDataExchange* pDX) {
 }
 
 CString CGettingStartedDlg::WriteReadmeFile() {
-    char folder[MAX_PATH];
-    if (::GetTempPathA(sizeof folder, folder) >= sizeof folder)
-        folder[0] = '\0';
+    char folder[MAX_PATH] = "";
+    const DWORD nLength = ::GetTempPathA(sizeof folder, folder);
+    if (nLength == 0 || nLength >= sizeof folder)
+        AfxThrowFileException(CFileException::badPath, -1, kReadmeName);
     CString strPath(folder);
-    if (strPath.IsEmpty() || strPath.GetAt(strPath.GetLength() - 1) != '\\')
+    if (strPath.GetAt(strPath.GetLength() - 1) != '\\')
         strPath += '\\';
     strPath += kReadmeName;
 

@@ -1,5 +1,6 @@
 #include "mfc/file.h"
 
+#include "create_file.h"
 #include "win32/drive_map.h"
 #include "win32/error.h"
 
@@ -46,7 +47,8 @@ int openPath(LPCSTR fileName, UINT openFlags, LONG& problem) {
         problem = static_cast<LONG>(GetLastError());
         return CFile::hFileNull;
     }
-    const int file = open(path->c_str(), systemFlags(openFlags), 0666);
+    const int flags = systemFlags(openFlags);
+    const int file = (flags & O_CREAT) != 0 ? createFile(*path, flags, 0666) : open(path->c_str(), flags);
     struct stat status {};
     if (file >= 0 && fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) {
         close(file);

@@ -109,12 +109,21 @@ TEST_F(TipsTest, FindTheirTemporaryFolderWithAndWithoutSeparator) {
 }
 
 TEST_F(TipsTest, ShowTheTextAlsoWhenTheirFileCannotBeWritten) {
-    setenv("TMPDIR", (folder / "missing").c_str(), 1);
-    greet([](UserScript& user) {
-        user.expect("the text is there",
-                    [] { return ::GetWindowTextLengthA(::GetDlgItem(::FindWindowA(nullptr, kTitle), kText)) > 500; });
-        user.click(IDOK).waitUntilGone();
-    });
+    // A second name of somebody's file lies where the tips' own file should, in a folder that is everybody's.
+    const std::string other = folder.write("other", "somebody's");
+    std::filesystem::create_directory(folder / "shared");
+    std::filesystem::permissions(folder / "shared", std::filesystem::perms(01777));
+    std::filesystem::create_hard_link(other, folder / "shared/readme.rtf");
+    for (const char* const temporary : {"missing", "shared", "no name in the code page \u4e2d"}) {
+        setenv("TMPDIR", (folder / temporary).c_str(), 1);
+        greet([](UserScript& user) {
+            user.expect("the text is there", [] {
+                return ::GetWindowTextLengthA(::GetDlgItem(::FindWindowA(nullptr, kTitle), kText)) > 500;
+            });
+            user.click(IDOK).waitUntilGone();
+        });
+    }
+    EXPECT_EQ(folder.read("other"), "somebody's");
 }
 
 } // namespace

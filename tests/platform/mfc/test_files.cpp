@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -45,6 +48,48 @@ TEST(File, WritesReadsAndSeeks) {
     EXPECT_EQ(std::string(file.GetFileTitle()), "made");
     CFile again(path.c_str(), CFile::modeCreate | CFile::modeReadWrite);
     EXPECT_EQ(again.GetLength(), 0) << "an earlier file is emptied";
+}
+
+// What others may have put into a folder that is everybody's, and what of it may be overwritten.
+TEST(File, MakesNoFileThroughATrapInASharedFolder) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "shared");
+    const std::string path = folder / "shared/made";
+    const std::string victim = folder / "victim";
+    const auto create = [&] {
+        return causeOf([&] { CFile(path.c_str(), CFile::modeCreate | CFile::modeWrite).Write("new", 3); });
+    };
+    const auto giveAway = [&] { return lchown(path.c_str(), 65534, 65534) == 0; };
+    const struct {
+        const char* name;
+        std::function<bool()> prepare; // false: this user can't make it
+        int inShared;
+    } cases[] = {
+        {"nothing", [] { return true; }, -1},
+        {"an earlier file", [&] { return !folder.write("shared/made", "old, and longer").empty(); }, -1},
+        {"a link of one's own", [&] { return symlink(victim.c_str(), path.c_str()) == 0; }, -1},
+        {"somebody else's link", [&] { return symlink(victim.c_str(), path.c_str()) == 0 && giveAway(); },
+         CFileException::accessDenied},
+        {"somebody else's file", [&] { return !folder.write("shared/made", "old").empty() && giveAway(); },
+         CFileException::accessDenied},
+        {"a second name of a file", [&] { return link(victim.c_str(), path.c_str()) == 0; },
+         CFileException::accessDenied},
+        {"a pipe", [&] { return mkfifo(path.c_str(), 0666) == 0; }, CFileException::accessDenied},
+    };
+    for (const auto& row : cases)
+        for (const bool shared : {true, false}) {
+            chmod((folder / "shared").c_str(), shared ? 01777 : 0755);
+            folder.write("victim", "keep");
+            if ((std::string_view(row.name) == "a pipe" && !shared) || !row.prepare())
+                continue;
+            const int expected = shared ? row.inShared : -1;
+            EXPECT_EQ(create(), expected) << row.name << (shared ? ", shared" : "");
+            if (expected == -1)
+                EXPECT_EQ(folder.read("shared/made"), "new") << row.name;
+            else
+                EXPECT_EQ(folder.read("victim"), "keep") << row.name;
+            std::filesystem::remove(path);
+        }
 }
 
 TEST(File, TellsWhatWentWrong) {

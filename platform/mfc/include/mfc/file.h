@@ -2,6 +2,10 @@
 //
 // Constructors and Open with a null exception pointer differ: the constructor throws a CFileException, Open answers
 // FALSE. All other members throw.
+//
+// In a folder that everybody may write, as the one for temporary files, modeCreate refuses (accessDenied) links and
+// files of other users, files with a second name and what is no plain file: writing there must not reach a file that
+// somebody else has chosen.
 #pragma once
 
 #include "mfc/exception.h"
