@@ -20,6 +20,7 @@ struct CommandLine::Running {
     SuspendedCommand* feeder; // null: its prompts ask the user
     bool cancelled = false;
     bool inputEnded = false;
+    bool refused = false; // it got an answer that ends it
 };
 
 namespace {
@@ -63,6 +64,7 @@ StepResult CommandLine::step() {
     {
         const SetWhile guard(stepping_);
         problem_.reset();
+        expressionRefused_ = false;
         Answer answer = takeTyped(AnswerForm::Word, "\nCommand: ");
         result.ran = answer.kind != Kind::End;
         beganLine_ = answer.line;
@@ -261,20 +263,21 @@ CommandResult CommandLine::execute(const Call& call, SuspendedCommand* feeder) {
 
 CommandResult CommandLine::runFunction(const Call& call, Running& running) {
     const AcEdCommand& command = *call.command;
-    if (const AcRxFunctionPtr function = command.functionAddr()) {
-        function();
-        return running.cancelled ? CommandResult::Cancelled : CommandResult::Done;
-    }
+    const BuiltInCommand* const row = command.builtIn();
     AcApDocument* const document = host_.documents().curDocument();
-    assert(command.builtIn() && "a command has a function or is the host's own");
-    const BuiltInCommand& row = *command.builtIn();
-    if (!document && !row.worksWithoutDrawing) {
+    // A module's command may ask until it gets an answer, which it never does without a drawing.
+    if (!document && !(row && row->worksWithoutDrawing)) {
         host_.print("There is no drawing. Open one or make a new one first.\n");
         report(Problem::Kind::CommandFailed, running.name + " needs a drawing, and none is open.");
         return CommandResult::Failed;
     }
+    if (const AcRxFunctionPtr function = command.functionAddr()) {
+        function();
+        return running.cancelled ? CommandResult::Cancelled : CommandResult::Done;
+    }
+    assert(row && "a command has a function or is the host's own");
     CommandContext context(host_, document, call.variable);
-    return row.run(context);
+    return row->run(context);
 }
 
 void CommandLine::tellEnd(const Running& running, CommandResult result) {
@@ -302,7 +305,11 @@ void CommandLine::tellEnd(const Running& running, CommandResult result) {
 // Answers.
 
 Answer CommandLine::ask(std::string_view prompt, TextForm form) {
-    Answer answer = take(prompt, form);
+    Answer answer;
+    if (answerRefused())
+        answer.kind = Kind::Cancel;
+    else
+        answer = take(prompt, form);
     const bool ended = answer.kind == Kind::End;
     if (!running_.empty()) {
         running_.back()->cancelled = ended || answer.kind == Kind::Cancel;
@@ -400,8 +407,13 @@ bool CommandLine::complain(std::string_view complaint, std::string_view answer) 
     std::string message = running_.empty() ? std::string() : running_.back()->name + ": ";
     message += "\"" + std::string(answer.substr(0, 80)) + "\" is no answer here. " + std::string(complaint);
     report(Problem::Kind::InvalidAnswer, std::move(message));
+    answerRefused() = true;
     return false;
 }
+
+/// Whether the running command, or the expression outside of any, has got an answer that ends it. One that asks on all
+/// the same would take the commands behind it for answers.
+bool& CommandLine::answerRefused() { return running_.empty() ? expressionRefused_ : running_.back()->refused; }
 
 // (command ...).
 

@@ -117,6 +117,7 @@ private:
     bool evaluate(Answer& answer);
     bool runTransparent(const Answer& answer);
     void echo(const Answer& answer);
+    bool& answerRefused();
 
     /// Commands that run now, one within the other.
     size_t depth() const { return running_.size(); }
@@ -134,6 +135,7 @@ private:
     size_t beganLine_ = 0;
     AcApDocument* groupDocument_ = nullptr;
     bool cancelFed_ = false; // (command) at a prompt
+    bool expressionRefused_ = false;
     bool stepping_ = false;
 };
 

@@ -1,3 +1,4 @@
+#include "ads/ads.h"
 #include "host/host_fixture.h"
 
 #include <algorithm>
@@ -152,6 +153,26 @@ TEST_F(CommandLineTest, moduleCommandsRunWithTheirGlobalName) {
     run("tmodul _tmodule\n");
     EXPECT_EQ(g_seen, (Seen{"module", "module"}));
     EXPECT_EQ(events, (Events{"start TMODULE", "end TMODULE", "start TMODULE", "end TMODULE"}));
+}
+
+TEST_F(CommandLineTest, aModuleCommandThatAsksUntilItIsAnsweredEndsAllTheSame) {
+    host.commands().addCommand("G", "TASKS", "TASKS", 0, [] {
+        ads_name entity;
+        ads_point point;
+        for (int result = RTERROR; result != RTNORM && result != RTCAN;)
+            result = acedEntSel(nullptr, entity, point);
+        g_seen.push_back("asked");
+    });
+    run("TASKS\n7,7\n\n");
+    EXPECT_EQ(problem->kind, Problem::Kind::CommandCancelled) << "at the input's end";
+    host.commandLine().setInvalidAnswers(InvalidAnswers::FailCommand);
+    run("TASKS\nnonsense\nTPEEK\n");
+    EXPECT_EQ(problem->kind, Problem::Kind::InvalidAnswer) << "at an answer that nobody corrects";
+    EXPECT_EQ(g_seen, (Seen{"asked", "asked", "peek in TPEEK"})) << "what follows is no answer";
+    host.documents().closeDocument(host.documents().curDocument());
+    run("TASKS\n");
+    EXPECT_EQ(problem->message, "TASKS needs a drawing, and none is open.");
+    EXPECT_EQ(g_seen.size(), 3u);
 }
 
 TEST_F(CommandLineTest, aCommandThatRemovesItselfEndsWell) {
