@@ -429,7 +429,11 @@ void Reader::text(char c) {
         }
         break;
     case Destination::text:
-        append(c);
+        // Given by their numbers, too: a line's end ends the paragraph, and a text holds no zeros.
+        if (c == '\r' || c == '\n')
+            endParagraph();
+        else if (c != '\0')
+            append(c);
         break;
     }
 }

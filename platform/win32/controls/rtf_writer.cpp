@@ -85,8 +85,12 @@ std::string writeRtf(const RichDocument& document, int begin, int end) {
         }
     }
     std::string head = "{\\rtf1\\ansi\\ansicpg1252\\deff0{\\fonttbl";
-    for (std::size_t i = 0; i < fonts.size(); ++i)
-        head += "{\\f" + std::to_string(i) + "\\fnil " + fonts[i] + ";}";
+    for (std::size_t i = 0; i < fonts.size(); ++i) {
+        head += "{\\f" + std::to_string(i) + "\\fnil ";
+        for (const char c : fonts[i])
+            writeCharacter(head, c);
+        head += ";}";
+    }
     head += "}\r\n{\\colortbl ;";
     for (const COLORREF color : colors)
         head += "\\red" + std::to_string(GetRValue(color)) + "\\green" + std::to_string(GetGValue(color)) + "\\blue" +

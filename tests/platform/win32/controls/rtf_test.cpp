@@ -37,6 +37,7 @@ TEST(Rtf, ReadsTextsOfAllSpellings) {
         {"{\\rtf1 a{\\b b}c", "abc"},
         {"{\\rtf1 a}b}", "a"},
         {"{\\rtf1 \\'}", ""},
+        {"{\\rtf1 a\\'00\\'0db\\'0ac}", "a\rb\rc"},
         {"{\\rtf1 x\\", "x"},
         {"{\\rtf1\\fs99999999999 x}", "x"},
         {"{\\rtf1\\bin99999999 x}", ""},
