@@ -43,6 +43,7 @@ const std::vector<AcDbObjectId>& AcDbBlockTableRecord::entities() const {
     if (!content_.loaded) {
         content_.loaded = true;
         content_.entities = database()->source()->readChain(objectId(), content_.first, content_.last);
+        content_.broken = content_.entities.empty() || content_.entities.back() != content_.last;
     }
     return content_.entities;
 }
@@ -108,8 +109,10 @@ void AcDbBlockTableRecord::madeResident() {
             layers->getAt("0", common.layer);
         common.linetype = database()->byLayerLinetypeId();
         entity->setCommonData(common);
-        database()->addAcDbObject(id, entity, objectId());
-        entity->close();
+        if (database()->addAcDbObject(id, entity, objectId()) == Acad::eOk)
+            entity->close();
+        else
+            delete entity;
         return id;
     };
     auto* const begin = new AcDbBlockBegin;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <limits>
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
 
@@ -131,6 +132,9 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
         return Acad::eNullObjectPointer;
     if (object->isResident())
         return Acad::eAlreadyInDb;
+    if (handleSeed_ == std::numeric_limits<uint64_t>::max() ||
+        (!stubs_.empty() && stubs_.back().handle.value() >= handleSeed_))
+        return Acad::eOutOfRange;
     AcDbStub& stub = addStub(AcDbHandle(handleSeed_));
     stub.object = object;
     stub.flags = kStubNew | kStubModified | kStubWriter;
@@ -183,9 +187,7 @@ void AcDbDatabase::restoreHeader(vndk::dwg::HeaderVariables& values) {
     headerModified_ = true;
 }
 
-AcGePoint3d AcDbDatabase::insbase() const {
-    return {header_.INSBASE.x, header_.INSBASE.y, header_.INSBASE.z};
-}
+AcGePoint3d AcDbDatabase::insbase() const { return {header_.INSBASE.x, header_.INSBASE.y, header_.INSBASE.z}; }
 
 Acad::ErrorStatus AcDbDatabase::setInsbase(const AcGePoint3d& base) {
     changeHeader("INSBASE", [&](vndk::dwg::HeaderVariables& header) { header.INSBASE = {base.x, base.y, base.z}; });
@@ -198,8 +200,7 @@ Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
         return record.openStatus();
     if (layer.database() != this)
         return Acad::eWrongDatabase;
-    changeHeader("CLAYER",
-                 [&](vndk::dwg::HeaderVariables& header) { header.CLAYER = layer.handle().value(); });
+    changeHeader("CLAYER", [&](vndk::dwg::HeaderVariables& header) { header.CLAYER = layer.handle().value(); });
     return Acad::eOk;
 }
 

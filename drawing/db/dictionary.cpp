@@ -10,9 +10,9 @@ ACDB_DXF_DEFINE_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY", "")
 namespace {
 
 auto findEntry(const std::vector<AcDbDictionary::Entry>& entries, const char* name) {
-    const std::string folded = acdbFoldName(name ? name : "");
+    const std::string_view wanted = name ? name : "";
     return std::find_if(entries.begin(), entries.end(), [&](const AcDbDictionary::Entry& entry) {
-        return !entry.id.isErased() && acdbFoldName(entry.name) == folded;
+        return !entry.id.isErased() && acdbIsSameName(entry.name, wanted);
     });
 }
 

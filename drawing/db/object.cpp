@@ -243,6 +243,13 @@ void AcDbObject::removePersistentReactor(AcDbObjectId reactor) {
         std::erase(extras_->persistentReactors, reactor);
 }
 
+void AcDbObject::dropLostReferences() {
+    if (!extras_)
+        return;
+    std::erase(extras_->persistentReactors, AcDbObjectId());
+    std::erase_if(extras_->xdata.groups, [](const AcDbXDataGroup& group) { return group.application.isNull(); });
+}
+
 void AcDbObject::addReactor(AcDbObjectReactor* reactor) const { extras().transientReactors.add(reactor); }
 
 void AcDbObject::removeReactor(AcDbObjectReactor* reactor) const {

@@ -11,6 +11,7 @@ set(DB_SOURCES
   db/open.cpp
   db/reactors.cpp
   db/resbuf.cpp
+  db/savepoint.cpp
   db/stand_in.cpp
   db/symbol_table.cpp
   db/symbol_tables.cpp

@@ -19,6 +19,7 @@ const std::vector<AcDbObjectId>& AcDbSubentities::ids(const AcDbObject& owner) c
         AcDbDatabase* const database = owner.database();
         if (database && database->source())
             state_->ids = database->source()->readChain(owner.objectId(), state_->first, state_->last);
+        state_->broken = state_->ids.empty() || state_->ids.back() != state_->last;
     }
     return state_->ids;
 }
@@ -47,7 +48,10 @@ Acad::ErrorStatus AcDbSubentities::append(AcDbObject& owner, AcDbObjectId& id, A
     if (const auto* const graphical = AcDbEntity::cast(&owner))
         end->setPropertiesFrom(graphical);
     const Acad::ErrorStatus status = database->addAcDbObject(state_->end, end, owner.objectId());
-    end->close();
+    if (status == Acad::eOk)
+        end->close();
+    else
+        delete end;
     return status;
 }
 

@@ -37,6 +37,12 @@ bool foldsTo(const std::string& name, std::string_view folded) {
 
 } // namespace
 
+bool acdbIsSameName(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return kFold[static_cast<unsigned char>(x)] == kFold[static_cast<unsigned char>(y)];
+    });
+}
+
 std::string acdbFoldName(std::string_view name) {
     std::string folded(name);
     for (char& c : folded)
@@ -54,7 +60,8 @@ bool acdbIsValidSymbolName(const char* name) {
     if (text.front() == '*')
         text.remove_prefix(1);
     for (const char c : text)
-        if (static_cast<unsigned char>(c) < 0x20 || std::string_view("<>/\\\":;?*|,=`").find(c) != std::string_view::npos)
+        if (static_cast<unsigned char>(c) < 0x20 ||
+            std::string_view("<>/\\\":;?*|,=`").find(c) != std::string_view::npos)
             return false;
     return !text.empty();
 }
@@ -115,8 +122,8 @@ AcDbObjectId AcDbSymbolTable::find(std::string_view name, bool erasedToo) const 
     const auto [begin, end] = content_.byName.equal_range(folded);
     for (auto it = begin; it != end; ++it) {
         const auto* const record = static_cast<const AcDbSymbolTableRecord*>(it->second.stub()->object);
-        if (!foldsTo(record->name(), folded))
-            continue; // renamed since
+        if (!record || !foldsTo(record->name(), folded))
+            continue; // removed or renamed since
         if (!it->second.isErased())
             return it->second;
         erased = it->second;
@@ -156,9 +163,9 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
         return Acad::eNoDatabase;
     if (!isWriteEnabled())
         return Acad::eNotOpenForWrite;
-    if (record->name().empty())
+    if (record->name().empty() && !record->mayBeNameless())
         return Acad::eInvalidSymbolTableName;
-    if (has(record->name().c_str()))
+    if (!record->name().empty() && has(record->name().c_str()))
         return Acad::eDuplicateRecordName;
     const Acad::ErrorStatus status = database()->addAcDbObject(id, record, objectId());
     if (status != Acad::eOk)
@@ -178,6 +185,11 @@ Acad::ErrorStatus AcDbSymbolTable::newIterator(AcDbSymbolTableIterator*& iterato
 }
 
 void AcDbSymbolTable::addFromFile(AcDbObjectId record) { content_.records.push_back(record); }
+
+void AcDbSymbolTable::forgetLast() {
+    content_.records.pop_back();
+    content_.indexed = std::min(content_.indexed, content_.records.size());
+}
 
 void AcDbSymbolTable::recordRenamed(const AcDbSymbolTableRecord& record) {
     const std::string folded = acdbFoldName(record.name());

@@ -115,6 +115,29 @@ bool AcDbUndoController::undoToMark() {
     return true;
 }
 
+size_t AcDbUndoController::mark() {
+    ++serial_;
+    return open_ ? open_->records.size() : 0;
+}
+
+void AcDbUndoController::rollBackTo(size_t mark) {
+    applying_ = true;
+    for (size_t i = open_ ? open_->records.size() : 0; i-- > mark;)
+        applyRecord(open_->records[i]);
+    applying_ = false;
+    forgetBehind(mark);
+}
+
+void AcDbUndoController::forgetBehind(size_t mark) {
+    ++serial_; // whoever was recorded behind the mark isn't any more
+    if (!open_)
+        return;
+    open_->records.erase(open_->records.begin() + static_cast<ptrdiff_t>(std::min(mark, open_->records.size())),
+                         open_->records.end());
+    if (open_->records.empty() && depth_ == 0)
+        open_.reset();
+}
+
 void AcDbUndoController::recordModified(AcDbStub& stub) {
     if (!recording())
         return;

@@ -62,6 +62,8 @@ public:
     /// Ids of all entities in order, erased ones included. Loaded from the file at the first call.
     const std::vector<AcDbObjectId>& entities() const;
     bool entitiesLoaded() const { return content_.loaded; }
+    /// True if the file's chain didn't lead to the last entity: some are missing. Known once the sequence is loaded.
+    bool isChainBroken() const { return content_.broken; }
     /// First and last entity as the file names them, before the sequence is loaded.
     void setFileChain(AcDbObjectId first, AcDbObjectId last) {
         content_.first = first;
@@ -76,6 +78,8 @@ public:
     void noteReference(AcDbObjectId reference);
     void setFileReferences(std::vector<AcDbObjectId> references) { content_.references = std::move(references); }
     const std::vector<AcDbObjectId>& references() const { return content_.references; }
+    /// Forgets the references behind the first `count`.
+    void forgetReferences(size_t count) { content_.references.resize(std::min(count, content_.references.size())); }
 
 private:
     friend class AcDbBlockTableRecordIterator;
@@ -85,6 +89,7 @@ private:
         std::vector<AcDbObjectId> erasedWithRecord;
         AcDbObjectId first, last;
         bool loaded = true;
+        bool broken = false;
         bool hasDefinitions = false;
     };
     Data data_;

@@ -93,7 +93,7 @@ public:
     /// Leaves the handles below `next` free.
     void reserveHandles(AcDbHandle next) { handleSeed_ = std::max(handleSeed_, next.value()); }
     /// Makes a temporary object resident: it gets a handle and the owner, is told to reactors, recorded for undo
-    /// and left open for write. Containers call it. eAlreadyInDb.
+    /// and left open for write. Containers call it. eAlreadyInDb; eOutOfRange: no handle is left.
     Acad::ErrorStatus addAcDbObject(AcDbObjectId& id, AcDbObject* object, AcDbObjectId owner);
 
     // Header variables. Setters record undo and tell reactors.

@@ -138,6 +138,8 @@ public:
     /// Gives a freshly decoded or appended object its slot. For the database's own code.
     void bindStub(AcDbStub* stub) { stub_ = stub; }
     void setOwnerRaw(AcDbObjectId owner) { owner_ = owner; }
+    /// Takes out null reactors and the xdata of applications without a record, which copying may leave.
+    void dropLostReferences();
     /// For containers: what the object holds changed (an entity came in, a record was erased), its data didn't.
     void noteContentChanged();
 

@@ -17,6 +17,8 @@ public:
     bool loaded() const { return !state_ || state_->loaded; }
     /// First and last as the file names them, before the list is loaded.
     void setFileChain(AcDbObjectId first, AcDbObjectId last, AcDbObjectId end);
+    /// True if the file's chain didn't lead to the last one. Known once the list is loaded.
+    bool isChainBroken() const { return state_ && state_->broken; }
     AcDbObjectId fileFirst() const { return state_ ? state_->first : AcDbObjectId(); }
     AcDbObjectId fileLast() const { return state_ ? state_->last : AcDbObjectId(); }
 
@@ -34,6 +36,7 @@ private:
         std::vector<AcDbObjectId> erasedWithOwner;
         AcDbObjectId first, last, end;
         bool loaded = true;
+        bool broken = false;
     };
     State& state();
     mutable NotCopied<std::unique_ptr<State>> state_; // most owners have none

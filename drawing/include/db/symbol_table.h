@@ -21,6 +21,8 @@ class AcDbSymbolTableIterator;
 bool acdbIsValidSymbolName(const char* name);
 /// Letters in upper case by code page 1252: the form under which names compare.
 std::string acdbFoldName(std::string_view name);
+/// Whether both are the same by that comparison.
+bool acdbIsSameName(std::string_view a, std::string_view b);
 
 class AcDbSymbolTableRecord : public AcDbObject {
     ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
@@ -32,6 +34,8 @@ public:
     Acad::ErrorStatus setName(const char* name);
     /// True for a record that came in with an external reference ("xref|name").
     bool isDependent() const { return xrefDependent_; }
+    /// True for a record that is known by something else than its name: a shape file's style.
+    virtual bool mayBeNameless() const { return false; }
     void dataRestored() override;
     void visitReferences(AcDbReferenceVisitor& visitor) override;
 
@@ -75,6 +79,8 @@ public:
     const std::vector<AcDbObjectId>& records() const { return content_.records; }
     /// Fills the table while decoding; a null id keeps an empty place of the file's list.
     void addFromFile(AcDbObjectId record);
+    /// Takes out the last record, which is to be removed for good.
+    void forgetLast();
     /// The record's name was changed (also by undo): the look-up follows.
     void recordRenamed(const AcDbSymbolTableRecord& record);
     void visitReferences(AcDbReferenceVisitor& visitor) override;
@@ -119,7 +125,8 @@ private:
     public:                                                                                                            \
         using Record = RECORD;                                                                                         \
         using AcDbSymbolTable::getAt;                                                                                  \
-        Acad::ErrorStatus getAt(const char* name, RECORD*& record, AcDb::OpenMode mode, bool openErased = false) const { \
+        Acad::ErrorStatus getAt(const char* name, RECORD*& record, AcDb::OpenMode mode,                                \
+                                bool openErased = false) const {                                                       \
             AcDbObjectId id;                                                                                           \
             record = nullptr;                                                                                          \
             const Acad::ErrorStatus status = AcDbSymbolTable::getAt(name, id, openErased);                             \

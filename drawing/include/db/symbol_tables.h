@@ -51,9 +51,9 @@ class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
 public:
     struct Data {
         bool isShapeFile = false, isVertical = false;
-        double textSize = 0;   // fixed height in drawing units, 0 asks each time
-        double xScale = 1;     // width factor
-        double oblique = 0;    // radians
+        double textSize = 0;          // fixed height in drawing units, 0 asks each time
+        double xScale = 1;            // width factor
+        double oblique = 0;           // radians
         unsigned char generation = 0; // 2 backward, 4 upside down
         double priorSize = 0.2;       // height last used
         std::string fileName;
@@ -61,6 +61,7 @@ public:
     };
     const Data& data() const { return data_; }
     Acad::ErrorStatus setData(const Data& data);
+    bool mayBeNameless() const override { return data_.isShapeFile; }
     /// Sets the data while decoding: no undo, no open check.
     void setFileData(Data data) { data_ = std::move(data); }
 

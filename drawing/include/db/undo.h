@@ -45,6 +45,12 @@ public:
     bool isEnabled() const { return enabled_; }
 
     // Called by the database.
+    /// The place that has been reached in what is being recorded: every object's next change is recorded behind it.
+    size_t mark();
+    /// Takes back what was recorded behind the place, and forgets it. What could be redone stays so.
+    void rollBackTo(size_t mark);
+    /// Forgets what was recorded behind the place and keeps the changes.
+    void forgetBehind(size_t mark);
     void recordModified(AcDbStub& stub);
     void recordAppended(AcDbStub& stub);
     void recordErased(AcDbStub& stub);
