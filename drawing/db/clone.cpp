@@ -2,23 +2,39 @@
 #include "db/clone_run.h"
 #include "db/stub.h"
 
+#include <memory>
+
+namespace {
+
+template <class F>
+void tellAll(F&& f) {
+    acrxEventReactors().tell(f);
+}
+
+} // namespace
+
 Acad::ErrorStatus AcDbDatabase::deepCloneObjects(const std::vector<AcDbObjectId>& objects, AcDbObjectId owner,
                                                  AcDbIdMapping& mapping) {
-    const AcDbObjectPointer<AcDbBlockTableRecord> target(owner, AcDb::kForWrite);
-    if (!target || owner.database() != this)
-        return target ? Acad::eWrongDatabase : Acad::eInvalidOwnerObject;
-    acrxEventReactors().tell([&](AcRxEventReactor& r) { r.beginDeepClone(this, mapping); });
-    AcDbCloneRun run(*this, *this, mapping);
-    Acad::ErrorStatus status = run.cloneEntities(objects, *target);
-    if (status == Acad::eOk) {
-        acrxEventReactors().tell([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping); });
-        status = run.translate();
+    AcDbSavepoint savepoint(*this);
+    Acad::ErrorStatus status = Acad::eOk;
+    {
+        const AcDbObjectPointer<AcDbBlockTableRecord> target(owner, AcDb::kForWrite);
+        if (!target || owner.database() != this)
+            return target ? Acad::eWrongDatabase : Acad::eInvalidOwnerObject;
+        tellAll([&](AcRxEventReactor& r) { r.beginDeepClone(this, mapping); });
+        savepoint.touch(owner);
+        AcDbCloneRun run(*this, *this, mapping, savepoint);
+        status = run.cloneEntities(objects, *target);
+        if (status == Acad::eOk)
+            status = run.cloneNeeded();
+        if (status == Acad::eOk) {
+            tellAll([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping); });
+            run.translate();
+        }
     }
     if (status != Acad::eOk)
-        run.rollBack();
-    acrxEventReactors().tell([&](AcRxEventReactor& r) {
-        status == Acad::eOk ? r.endDeepClone(mapping) : r.abortDeepClone(mapping);
-    });
+        savepoint.rollBack();
+    tellAll([&](AcRxEventReactor& r) { status == Acad::eOk ? r.endDeepClone(mapping) : r.abortDeepClone(mapping); });
     return status;
 }
 
@@ -26,26 +42,20 @@ namespace {
 
 /// Makes the empty block that a drawing goes into.
 Acad::ErrorStatus addBlock(AcDbDatabase& database, const char* name, const AcGePoint3d& origin, AcDbObjectId& id) {
-    AcDbBlockTable* table = nullptr;
-    if (const Acad::ErrorStatus status = database.getSymbolTable(table, AcDb::kForWrite); status != Acad::eOk)
-        return status;
-    auto* const block = new AcDbBlockTableRecord;
+    const AcDbObjectPointer<AcDbBlockTable> table(database.blockTableId(), AcDb::kForWrite);
+    if (!table)
+        return table.openStatus();
+    auto block = std::make_unique<AcDbBlockTableRecord>();
     Acad::ErrorStatus status = block->setName(name);
     if (status == Acad::eOk)
         status = block->setOrigin(origin);
     if (status == Acad::eOk)
-        status = table->add(id, block);
-    if (status == Acad::eOk)
-        block->close();
-    else
-        delete block;
-    table->close();
-    return status;
-}
-
-void eraseObject(AcDbObjectId id) {
-    if (const AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite); object)
-        object->erase();
+        status = table->add(id, block.get());
+    if (status != Acad::eOk)
+        return status;
+    AcDbBlockTableRecord* const added = block.release();
+    added->close();
+    return added->data().blockEnd.isNull() ? Acad::eOutOfRange : Acad::eOk;
 }
 
 AcDbObjectId blockNamed(AcDbDatabase& database, const char* name) {
@@ -53,6 +63,17 @@ AcDbObjectId blockNamed(AcDbDatabase& database, const char* name) {
     if (const AcDbObjectPointer<AcDbBlockTable> table(database.blockTableId()); table)
         table->getAt(name, id);
     return id;
+}
+
+Acad::ErrorStatus cloneModelSpace(AcDbCloneRun& run, const AcDbDatabase& source, AcDbObjectId blockId) {
+    {
+        const AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
+        if (!block)
+            return block.openStatus();
+        if (const Acad::ErrorStatus status = run.cloneContents(source.modelSpaceId(), *block); status != Acad::eOk)
+            return status;
+    }
+    return run.cloneNeeded();
 }
 
 } // namespace
@@ -64,33 +85,34 @@ Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const char* blockN
         return Acad::eNoDatabase;
     if (source == this)
         return Acad::eSelfReference;
-    if (const Acad::ErrorStatus status = addBlock(*this, blockName, source->insbase(), blockId); status != Acad::eOk)
-        return status;
-    AcDbIdMapping mapping(source, this);
-    auto& events = acrxEventReactors();
-    events.tell([&](AcRxEventReactor& r) { r.beginInsert(this, blockName, source); });
-    events.tell([&](AcRxEventReactor& r) { r.beginDeepClone(this, mapping); });
-    AcDbCloneRun run(*source, *this, mapping);
-    run.forbid(blockNamed(*source, blockName));
-    Acad::ErrorStatus status = Acad::eOk;
-    {
-        const AcDbObjectPointer<AcDbBlockTableRecord> space(source->modelSpaceId());
-        const AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForWrite);
-        status = space ? run.cloneEntities(space->entities(), *block) : space.openStatus();
-    }
-    events.tell([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping); });
-    if (status == Acad::eOk)
-        status = run.translate();
+    AcDbSavepoint savepoint(*this);
+    savepoint.touch(tables_.block);
+    Acad::ErrorStatus status = addBlock(*this, blockName, source->insbase(), blockId);
     if (status != Acad::eOk) {
-        run.rollBack();
-        eraseObject(blockId);
+        savepoint.rollBack();
         blockId.setNull();
-        events.tell([&](AcRxEventReactor& r) { r.abortDeepClone(mapping); });
-        events.tell([&](AcRxEventReactor& r) { r.abortInsert(this); });
         return status;
     }
-    events.tell([&](AcRxEventReactor& r) { r.otherInsert(this, mapping, source); });
-    events.tell([&](AcRxEventReactor& r) { r.endDeepClone(mapping); });
-    events.tell([&](AcRxEventReactor& r) { r.endInsert(this); });
+    AcDbIdMapping mapping(source, this);
+    tellAll([&](AcRxEventReactor& r) { r.beginInsert(this, blockName, source); });
+    tellAll([&](AcRxEventReactor& r) { r.beginDeepClone(this, mapping); });
+    AcDbCloneRun run(*source, *this, mapping, savepoint);
+    run.forbid(blockNamed(*source, blockName));
+    status = cloneModelSpace(run, *source, blockId);
+    if (status != Acad::eOk) {
+        savepoint.rollBack();
+        blockId.setNull();
+        setLastFileError(run.failureText());
+        tellAll([&](AcRxEventReactor& r) { r.abortDeepClone(mapping); });
+        tellAll([&](AcRxEventReactor& r) { r.abortInsert(this); });
+        return status;
+    }
+    tellAll([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping); });
+    run.translate();
+    for (const std::string& warning : run.warnings())
+        addWarning(warning);
+    tellAll([&](AcRxEventReactor& r) { r.otherInsert(this, mapping, source); });
+    tellAll([&](AcRxEventReactor& r) { r.endDeepClone(mapping); });
+    tellAll([&](AcRxEventReactor& r) { r.endInsert(this); });
     return Acad::eOk;
 }

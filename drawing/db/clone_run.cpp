@@ -2,43 +2,25 @@
 
 #include "db/block_ends.h"
 #include "db/block_reference.h"
+#include "db/opaque.h"
 #include "db/polylines.h"
 #include "db/stub.h"
-
-#include <functional>
-
-/// Turns the references of one copy.
-class AcDbTranslator : public AcDbReferenceVisitor {
-public:
-    explicit AcDbTranslator(AcDbCloneRun& run) : run_(run) {}
-    void visit(AcDbObjectId& id, AcDb::ReferenceKind) override {
-        if (id.isNull())
-            return;
-        if (const AcDbObjectId copy = run_.mapping_.lookUp(id); !copy.isNull())
-            id = copy;
-        else if (id.database() != &run_.to_)
-            id = run_.counterpart(id);
-    }
-
-private:
-    AcDbCloneRun& run_;
-};
+#include "db/viewport.h"
+#include "db/xdata.h"
 
 namespace {
 
-/// Collects what an object owns.
-class OwnedCollector : public AcDbReferenceVisitor {
+/// Collects what an object refers to.
+class ReferenceCollector : public AcDbReferenceVisitor {
 public:
     void visit(AcDbObjectId& id, AcDb::ReferenceKind kind) override {
-        if ((kind == AcDb::kHardOwner || kind == AcDb::kSoftOwner) && !id.isNull() && !id.isErased())
-            owned.push_back(id);
+        if (!id.isNull() && !id.isErased())
+            references.emplace_back(id, kind);
     }
-    std::vector<AcDbObjectId> owned;
+    std::vector<std::pair<AcDbObjectId, AcDb::ReferenceKind>> references;
 };
 
-AcDbObject* residentObject(AcDbObjectId id) {
-    return id.isNull() ? nullptr : id.database()->objectOf(*id.stub());
-}
+AcDbObject* residentObject(AcDbObjectId id) { return id.isNull() ? nullptr : id.database()->objectOf(*id.stub()); }
 
 AcDbSubentities* subentitiesOf(AcDbObject& object) {
     if (auto* const reference = AcDbBlockReference::cast(&object))
@@ -54,208 +36,218 @@ bool comesWithOwner(const AcDbObject& object) {
            object.isKindOf(AcDbBlockEnd::desc());
 }
 
+bool isOwning(AcDb::ReferenceKind kind) { return kind == AcDb::kSoftOwner || kind == AcDb::kHardOwner; }
+
 } // namespace
 
-void AcDbCloneRun::remember(AcDbObject& source, AcDbObject& copy) {
-    mapping_.assign(source.objectId(), copy.objectId());
-    untranslated_.push_back(copy.objectId());
-    created_.push_back(copy.objectId());
+AcDbCloneRun::AcDbCloneRun(AcDbDatabase& from, AcDbDatabase& to, AcDbIdMapping& mapping, AcDbSavepoint& savepoint)
+    : from_(from), to_(to), mapping_(mapping), savepoint_(savepoint) {
+    if (!betweenDrawings())
+        return;
+    for (const auto table :
+         {&AcDbDatabase::blockTableId, &AcDbDatabase::layerTableId, &AcDbDatabase::textStyleTableId,
+          &AcDbDatabase::linetypeTableId, &AcDbDatabase::viewTableId, &AcDbDatabase::UCSTableId,
+          &AcDbDatabase::viewportTableId, &AcDbDatabase::regAppTableId, &AcDbDatabase::dimStyleTableId,
+          &AcDbDatabase::vxTableId, &AcDbDatabase::namedObjectsDictionaryId})
+        if (const AcDbObjectId source = (from.*table)(), destination = (to.*table)();
+            !source.isNull() && !destination.isNull())
+            mapping.assign(source, destination);
 }
 
-Acad::ErrorStatus AcDbCloneRun::cloneEntities(const std::vector<AcDbObjectId>& entities,
-                                              AcDbBlockTableRecord& target) {
+void AcDbCloneRun::remember(AcDbObject& original, AcDbObject& copy) {
+    mapping_.assign(original.objectId(), copy.objectId());
+    created_.push_back(copy.objectId());
+    pending_.push_back({&original, &copy});
+}
+
+/// What another drawing gets has to be whole: a damaged object is just bytes, and only its own file can keep those.
+Acad::ErrorStatus AcDbCloneRun::checkSound(const AcDbObject& original, bool listBroken) {
+    const AcDbStub* const stub = original.objectId().stub();
+    if (!betweenDrawings() || !stub || !(listBroken || stub->has(kStubDecodeFailed)))
+        return Acad::eOk;
+    char text[17];
+    stub->handle.getIntoAsciiBuffer(text);
+    const std::string name = from_.fileName().empty() ? "The drawing" : from_.fileName();
+    failureText_ = name + " is damaged: " + (listBroken ? "entities of object " : "object ") + text +
+                   " can't be read. Open its .bak copy, or have the program that saved it repair it.";
+    return Acad::eDwgNeedsRecovery;
+}
+
+Acad::ErrorStatus AcDbCloneRun::cloneEntities(const std::vector<AcDbObjectId>& entities, AcDbBlockTableRecord& target) {
     for (const AcDbObjectId id : entities) {
         if (id.isErased() || !mapping_.lookUp(id).isNull())
             continue;
-        if (const Acad::ErrorStatus status = cloneEntity(id, target); status != Acad::eOk)
+        AcDbObject* const original = residentObject(id);
+        if (!original)
+            return Acad::eNotThatKindOfClass;
+        if (const Acad::ErrorStatus status = cloneEntity(*original, target); status != Acad::eOk)
             return status;
     }
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbCloneRun::cloneEntity(AcDbObjectId source, AcDbBlockTableRecord& target) {
-    AcDbObject* const original = residentObject(source);
-    if (!original || !original->isKindOf(AcDbEntity::desc()))
+Acad::ErrorStatus AcDbCloneRun::cloneContents(AcDbObjectId block, AcDbBlockTableRecord& target) {
+    const auto* const original = AcDbBlockTableRecord::cast(residentObject(block));
+    if (!original)
         return Acad::eNotThatKindOfClass;
-    auto* const copy = static_cast<AcDbEntity*>(original->copyData());
+    const std::vector<AcDbObjectId>& entities = original->entities();
+    const Acad::ErrorStatus status = checkSound(*original, original->isChainBroken());
+    return status == Acad::eOk ? cloneEntities(entities, target) : status;
+}
+
+Acad::ErrorStatus AcDbCloneRun::cloneEntity(AcDbObject& original, AcDbBlockTableRecord& target) {
+    if (const Acad::ErrorStatus status = checkSound(original); status != Acad::eOk)
+        return status;
+    if (!original.isKindOf(AcDbEntity::desc()))
+        return Acad::eNotThatKindOfClass;
+    if (betweenDrawings() && original.isKindOf(AcDbViewport::desc()))
+        return Acad::eOk;
+    auto* const copy = static_cast<AcDbEntity*>(original.copyData());
     AcDbObjectId id;
     if (const Acad::ErrorStatus status = target.appendAcDbEntity(id, copy); status != Acad::eOk) {
         delete copy;
         return status;
     }
-    remember(*original, *copy);
-    const Acad::ErrorStatus status = cloneOwned(*original, *copy, &target);
+    remember(original, *copy);
     copy->close();
-    return status;
-}
-
-/// What `source` owns follows it: parts of its own under the copy, entities beside it into the same block.
-Acad::ErrorStatus AcDbCloneRun::cloneOwned(AcDbObject& source, AcDbObject& copy, AcDbBlockTableRecord* target) {
-    OwnedCollector collector;
-    source.visitReferences(collector);
-    for (const AcDbObjectId id : collector.owned) {
-        AcDbObject* const child = residentObject(id);
-        if (!child || comesWithOwner(*child) || !mapping_.lookUp(id).isNull())
-            continue;
-        Acad::ErrorStatus status = Acad::eOk;
-        if (child->ownerId() == source.objectId())
-            status = cloneChild(id, copy);
-        else if (target && child->ownerId() == source.ownerId())
-            status = cloneEntity(id, *target);
-        if (status != Acad::eOk)
-            return status;
-    }
     return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbCloneRun::cloneChild(AcDbObjectId child, AcDbObject& copy) {
-    AcDbObject* const original = residentObject(child);
-    AcDbObject* const childCopy = original->copyData();
-    AcDbSubentities* const parts = subentitiesOf(copy);
-    AcDbObjectId id;
-    const bool isPart = parts && original->isKindOf(AcDbEntity::desc());
-    const Acad::ErrorStatus status = isPart ? parts->append(copy, id, static_cast<AcDbEntity*>(childCopy))
-                                            : to_.addAcDbObject(id, childCopy, copy.objectId());
-    if (status != Acad::eOk) {
-        delete childCopy;
+Acad::ErrorStatus AcDbCloneRun::cloneChild(AcDbObject& original, AcDbObject& copy) {
+    if (betweenDrawings() && acdbStaysBehind(original))
+        return Acad::eOk;
+    if (const Acad::ErrorStatus status = checkSound(original); status != Acad::eOk)
         return status;
+    AcDbObject* const childCopy = original.copyData();
+    AcDbSubentities* const parts = original.isKindOf(AcDbEntity::desc()) ? subentitiesOf(copy) : nullptr;
+    AcDbObjectId id;
+    Acad::ErrorStatus status = Acad::eOk;
+    if (parts) {
+        const AcDbObjectId formerEnd = parts->sequenceEnd();
+        status = parts->append(copy, id, static_cast<AcDbEntity*>(childCopy));
+        if (parts->sequenceEnd() != formerEnd)
+            created_.push_back(parts->sequenceEnd()); // made anew, with the properties of its owner
+    } else {
+        status = to_.addAcDbObject(id, childCopy, copy.objectId());
     }
-    remember(*original, *childCopy);
-    const Acad::ErrorStatus owned = cloneOwned(*original, *childCopy, nullptr);
-    childCopy->close();
-    return owned;
+    if (childCopy->isResident()) {
+        remember(original, *childCopy);
+        childCopy->close();
+    } else {
+        delete childCopy;
+    }
+    return status;
 }
 
-Acad::ErrorStatus AcDbCloneRun::cloneBlockContents(AcDbObjectId source, AcDbObjectId copy) {
-    const auto* const original = AcDbBlockTableRecord::cast(residentObject(source));
-    const AcDbObjectPointer<AcDbBlockTableRecord> target(copy, AcDb::kForWrite);
-    if (!original || !target)
-        return Acad::eNotThatKindOfClass;
-    return cloneEntities(original->entities(), *target);
+Acad::ErrorStatus AcDbCloneRun::cloneRecordContents(const AcDbBlockTableRecord& original, const AcDbObject& copy) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> target(copy.objectId(), AcDb::kForWrite);
+    return target ? cloneContents(original.objectId(), *target) : target.openStatus();
 }
 
-Acad::ErrorStatus AcDbCloneRun::translate() {
-    AcDbTranslator translator(*this);
-    while (failure_ == Acad::eOk && (!untranslated_.empty() || !blocks_.empty())) {
-        if (untranslated_.empty()) {
-            const auto [source, copy] = blocks_.front();
-            blocks_.pop_front();
-            failure_ = cloneBlockContents(source, copy);
-            continue;
+Acad::ErrorStatus AcDbCloneRun::cloneNeeded() {
+    while (!pending_.empty()) {
+        const Pending next = pending_.front();
+        pending_.pop_front();
+        Acad::ErrorStatus status = followAll(next);
+        if (const auto* const block = AcDbBlockTableRecord::cast(next.original); block && status == Acad::eOk)
+            status = cloneRecordContents(*block, *next.copy);
+        if (status != Acad::eOk)
+            return status;
+    }
+    return checkNesting();
+}
+
+Acad::ErrorStatus AcDbCloneRun::followAll(const Pending& pending) {
+    ReferenceCollector collector;
+    pending.original->visitReferences(collector);
+    if (const AcDbXData* const data = betweenDrawings() ? pending.original->packedXData() : nullptr)
+        for (const AcDbXDataGroup& group : data->groups) {
+            AcDbXDataReader reader(group.items);
+            AcDbXDataItem item;
+            while (reader.next(item))
+                if (const AcDbObjectId layer = item.code == 3 ? from_.idOf(item.handle.value()) : AcDbObjectId();
+                    !layer.isNull() && !layer.isErased())
+                    collector.references.emplace_back(layer, AcDb::kHardPointer);
         }
-        AcDbObject* const copy = residentObject(untranslated_.front());
-        untranslated_.pop_front();
-        // The owner was set when the copy became resident: it names the destination's already.
-        copy->visitReferences(translator);
-        if (auto* const reference = AcDbBlockReference::cast(copy); reference && &from_ != &to_)
-            reference->tellBlock();
-    }
-    return failure_;
+    const AcDbSubentities* const parts = subentitiesOf(*pending.original);
+    Acad::ErrorStatus status = checkSound(*pending.original, parts && parts->isChainBroken());
+    // Subentities come in while their owner is open for write.
+    const AcDbObjectPointer<AcDbObject> owner(parts ? pending.copy->objectId() : AcDbObjectId(), AcDb::kForWrite);
+    if (status == Acad::eOk && parts)
+        status = owner.openStatus();
+    for (const auto& [id, kind] : collector.references)
+        if (status == Acad::eOk)
+            status = follow(pending, id, kind);
+    return status;
 }
 
-AcDbObjectId AcDbCloneRun::counterpart(AcDbObjectId foreign) {
-    if (foreign.database() != &from_ || foreign.isErased())
-        return {};
-    if (foreign == forbidden_) {
-        failure_ = Acad::eSelfReference;
-        return {};
-    }
-    AcDbObject* const object = residentObject(foreign);
-    if (auto* const record = AcDbSymbolTableRecord::cast(object))
-        return counterpartRecord(*record);
-    if (auto* const dictionary = AcDbDictionary::cast(residentObject(object ? object->ownerId() : AcDbObjectId())))
-        return counterpartInDictionary(*object, *dictionary);
-    return counterpartTable(foreign);
+Acad::ErrorStatus AcDbCloneRun::follow(const Pending& pending, AcDbObjectId id, AcDb::ReferenceKind kind) {
+    AcDbObject* const target = residentObject(id);
+    if (!target || id == pending.original->ownerId() || comesWithOwner(*target))
+        return Acad::eOk;
+    // A damaged object doesn't tell what it is: a style, a dictionary or a part.
+    if (kind != AcDb::kSoftPointer)
+        if (const Acad::ErrorStatus status = checkSound(*target); status != Acad::eOk)
+            return status;
+    if (const auto* const block = AcDbBlockTableRecord::cast(target); block && betweenDrawings())
+        if (const Acad::ErrorStatus status = noteUse(*pending.original, *block); status != Acad::eOk)
+            return status;
+    if (!mapping_.lookUp(id).isNull())
+        return Acad::eOk;
+    if (isOwning(kind) && target->ownerId() == pending.original->objectId())
+        return cloneChild(*target, *pending.copy);
+    if (isOwning(kind) && target->ownerId() == pending.original->ownerId() && target->isKindOf(AcDbEntity::desc()))
+        return followBeside(*target, *pending.copy);
+    if (!betweenDrawings())
+        return Acad::eOk;
+    // A soft pointer takes nothing along but what a drawing has in any case when it has the holder.
+    const bool soft = kind == AcDb::kSoftPointer;
+    if (auto* const record = AcDbSymbolTableRecord::cast(target))
+        return soft && AcDbBlockTableRecord::cast(target) ? Acad::eOk : findRecord(*record);
+    return soft ? Acad::eOk : findMember(*target);
 }
 
-AcDbObjectId AcDbCloneRun::counterpartTable(AcDbObjectId table) const {
-    const std::pair<AcDbObjectId, AcDbObjectId> tables[] = {
-        {from_.blockTableId(), to_.blockTableId()},         {from_.layerTableId(), to_.layerTableId()},
-        {from_.textStyleTableId(), to_.textStyleTableId()}, {from_.linetypeTableId(), to_.linetypeTableId()},
-        {from_.viewTableId(), to_.viewTableId()},           {from_.UCSTableId(), to_.UCSTableId()},
-        {from_.viewportTableId(), to_.viewportTableId()},   {from_.regAppTableId(), to_.regAppTableId()},
-        {from_.dimStyleTableId(), to_.dimStyleTableId()},   {from_.namedObjectsDictionaryId(),
-                                                             to_.namedObjectsDictionaryId()}};
-    for (const auto& [source, destination] : tables)
-        if (source == table)
-            return destination;
-    return {};
+/// An entity that another one holds without being its owner goes into the same block.
+Acad::ErrorStatus AcDbCloneRun::followBeside(AcDbObject& original, const AcDbObject& copy) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> open(copy.ownerId(), AcDb::kForWrite);
+    if (open)
+        return cloneEntity(original, *open);
+    // The caller of the run has the first block open.
+    auto* const block = AcDbBlockTableRecord::cast(residentObject(copy.ownerId()));
+    if (!block)
+        return Acad::eOk;
+    return block->isWriteEnabled() ? cloneEntity(original, *block) : open.openStatus();
 }
 
-std::string AcDbCloneRun::freeAnonymousName(const std::string& name, const AcDbSymbolTable& table) const {
-    const std::string stem = name.substr(0, name.find_last_not_of("0123456789") + 1);
-    for (size_t number = table.records().size();; ++number) {
-        std::string candidate = stem + std::to_string(number);
-        if (!table.has(candidate.c_str()))
-            return candidate;
-    }
+/// Blocks must not come to hold themselves.
+Acad::ErrorStatus AcDbCloneRun::noteUse(const AcDbObject& user, const AcDbBlockTableRecord& block) {
+    const auto* const reference = AcDbBlockReference::cast(&user);
+    if (!reference || reference->blockTableRecord() != block.objectId())
+        return Acad::eOk;
+    if (block.objectId() == from_.modelSpaceId())
+        return Acad::eSelfReference;
+    uses_[user.ownerId()].insert(block.objectId());
+    return Acad::eOk;
 }
 
-AcDbObjectId AcDbCloneRun::counterpartRecord(AcDbSymbolTableRecord& record) {
-    const AcDbObjectPointer<AcDbSymbolTable> table(counterpartTable(record.ownerId()), AcDb::kForWrite);
-    const auto* const block = AcDbBlockTableRecord::cast(&record);
-    if (!table || (block && block->isLayout()))
-        return {};
-    const bool anonymous = block && record.name().starts_with('*');
-    AcDbObjectId id;
-    if (!anonymous && table->getAt(record.name().c_str(), id) == Acad::eOk) {
-        mapping_.assign(record.objectId(), id);
-        return id;
+Acad::ErrorStatus AcDbCloneRun::checkNesting() const {
+    // Blocks that hold none but finished ones are finished; what is left then runs in a circle.
+    std::unordered_map<AcDbObjectId, size_t> unfinished;
+    std::unordered_map<AcDbObjectId, std::vector<AcDbObjectId>> users;
+    for (const auto& [user, blocks] : uses_) {
+        unfinished[user] += blocks.size();
+        for (const AcDbObjectId block : blocks) {
+            unfinished[block];
+            users[block].push_back(user);
+        }
     }
-    auto* const copy = static_cast<AcDbSymbolTableRecord*>(record.copyData());
-    if (anonymous)
-        copy->setFromFile(freeAnonymousName(record.name(), *table), false, record.fileFlags());
-    if (auto* const blockCopy = AcDbBlockTableRecord::cast(copy))
-        blockCopy->dropFileParts();
-    failure_ = table->add(id, copy);
-    if (failure_ != Acad::eOk) {
-        delete copy;
-        return {};
-    }
-    copy->close();
-    remember(record, *copy);
-    if (block)
-        blocks_.emplace_back(record.objectId(), id);
-    return id;
-}
-
-AcDbObjectId AcDbCloneRun::counterpartInDictionary(AcDbObject& object, AcDbDictionary& dictionary) {
-    // Only members of dictionaries that the named objects dictionary holds have a name in another drawing.
-    const auto nameIn = [](AcDbObjectId holder, AcDbObjectId member) -> std::string {
-        const auto* const entries = AcDbDictionary::cast(residentObject(holder));
-        if (entries)
-            for (const AcDbDictionary::Entry& entry : entries->entries())
-                if (entry.id == member)
-                    return entry.name;
-        return {};
-    };
-    const std::string folder = nameIn(from_.namedObjectsDictionaryId(), dictionary.objectId());
-    const std::string key = nameIn(dictionary.objectId(), object.objectId());
-    const auto* const root = AcDbDictionary::cast(residentObject(to_.namedObjectsDictionaryId()));
-    AcDbObjectId folderId;
-    if (folder.empty() || key.empty() || !root || root->getAt(folder.c_str(), folderId) != Acad::eOk)
-        return {};
-    const AcDbObjectPointer<AcDbDictionary> target(folderId, AcDb::kForWrite);
-    if (!target)
-        return {};
-    AcDbObjectId id;
-    if (target->getAt(key.c_str(), id) == Acad::eOk) {
-        mapping_.assign(object.objectId(), id);
-        return id;
-    }
-    AcDbObject* const copy = object.copyData();
-    failure_ = target->setAt(key.c_str(), copy, id);
-    if (failure_ != Acad::eOk) {
-        delete copy;
-        return {};
-    }
-    remember(object, *copy);
-    copy->close();
-    return id;
-}
-
-void AcDbCloneRun::rollBack() {
-    for (auto id = created_.rbegin(); id != created_.rend(); ++id)
-        if (const AcDbObjectPointer<AcDbObject> copy(*id, AcDb::kForWrite); copy)
-            copy->erase();
+    std::vector<AcDbObjectId> finished;
+    for (const auto& [block, count] : unfinished)
+        if (count == 0)
+            finished.push_back(block);
+    for (size_t i = 0; i < finished.size(); ++i)
+        for (const AcDbObjectId user : users[finished[i]])
+            if (--unfinished[user] == 0)
+                finished.push_back(user);
+    return finished.size() == unfinished.size() ? Acad::eOk : Acad::eSelfReference;
 }

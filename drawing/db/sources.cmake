@@ -1,7 +1,9 @@
 set(DB_SOURCES
   db/block_table.cpp
   db/clone.cpp
+  db/clone_counterparts.cpp
   db/clone_run.cpp
+  db/clone_translation.cpp
   db/database.cpp
   db/dictionary.cpp
   db/entity.cpp

@@ -16,4 +16,5 @@ set(DWG_OBJECT_SOURCES
   dwg/subentity_handles.cpp
   dwg/table_fields.cpp
   dwg/text_fields.cpp
+  dwg/xrecord_handles.cpp
 )

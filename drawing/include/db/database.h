@@ -26,7 +26,8 @@ public:
     /// whose fields are damaged or not modelled comes back as an opaque one: never null.
     virtual AcDbObject* decode(AcDbStub& stub) = 0;
     /// The ids of the chain of entities from `first` to `last` that `owner` holds, without decoding their fields. A
-    /// chain that is broken, runs in a circle or leads to another's entities ends there, with a warning in the database.
+    /// chain that is broken, runs in a circle or leads to another's entities ends there, with a warning in the
+    /// database.
     virtual std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) = 0;
 };
 
@@ -137,10 +138,15 @@ public:
     /// Pointers among the copies are turned to the copies, others stay. eInvalidOwnerObject.
     Acad::ErrorStatus deepCloneObjects(const std::vector<AcDbObjectId>& objects, AcDbObjectId owner,
                                        AcDbIdMapping& mapping);
-    /// Makes the model space of `source` a block of that name here: entities, and what they need of layers,
-    /// styles, linetypes, blocks and applications. Names that this drawing has stand. All or nothing: on failure
-    /// this database is as it was. With `preserveSource` false the source may be used up.
-    /// eDuplicateRecordName, eInvalidSymbolTableName, eNoDatabase (nothing was read), eSelfReference.
+    /// Makes the model space of `source` a block of that name here, its base point the source's INSBASE: entities
+    /// with what they own, and what they need of layers, styles, linetypes, blocks, applications and members of
+    /// named dictionaries. Names that this drawing has stand; anonymous blocks get new numbers. Groups, layouts,
+    /// viewports and the drawing order stay behind. References to what isn't taken become null; where an object of a
+    /// type that isn't modelled loses one, a warning tells it. With `preserveSource` false the source may be used up.
+    /// All or nothing: on failure this database is as it was, with its undo and what could be redone; only handles
+    /// may have been used up. eDuplicateRecordName, eInvalidSymbolTableName, eNoDatabase (nothing was read),
+    /// eSelfReference: a block would hold itself; eDwgNeedsRecovery: something that is needed can't be decoded
+    /// (lastFileError() names it); eOutOfRange: no handles are left; an open status if a table is held open.
     Acad::ErrorStatus insert(AcDbObjectId& blockId, const char* blockName, AcDbDatabase* source,
                              bool preserveSource = true);
 
