@@ -83,7 +83,9 @@ RECT menuBarArea(const Window& window) {
 }
 
 RECT captionIconArea(const Window& window) {
-    if (!hasSystemMenu(window) || isToolWindow(window) || (window.exStyle & WS_EX_DLGMODALFRAME) != 0)
+    // A dialog shows no icon but one that it was given.
+    const bool wantsIcon = (window.exStyle & WS_EX_DLGMODALFRAME) == 0 || window.smallIcon != nullptr;
+    if (!hasSystemMenu(window) || isToolWindow(window) || !wantsIcon)
         return {};
     const RECT caption = captionArea(window);
     const int size = GetSystemMetrics(SM_CXSMICON);

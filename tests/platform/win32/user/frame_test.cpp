@@ -4,6 +4,7 @@
 #include "user/window_position.h"
 #include "win32/draw.h"
 #include "win32/gdi.h"
+#include "win32/icons.h"
 #include "win32/metrics.h"
 
 #include <algorithm>
@@ -51,6 +52,26 @@ protected:
 
     MessageRecorder recorder;
 };
+
+TEST_F(FrameTest, AModalFrameShowsAnIconOnlyWhenItWasGivenOne) {
+    const HWND window = create(WS_POPUP | WS_CAPTION | WS_SYSMENU, WS_EX_DLGMODALFRAME);
+    constexpr int x = left + 13, y = top + 12;
+    const auto caption = [&] {
+        std::vector<std::uint32_t> pixels;
+        for (int at = left + 3; at < left + 40; ++at)
+            pixels.push_back(pixel(at, y));
+        return pixels;
+    };
+    const auto bare = caption();
+    EXPECT_EQ(hitTest(window, x, y), HTCAPTION);
+    SendMessage(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(LoadIcon(nullptr, IDI_ERROR)));
+    settle();
+    EXPECT_NE(caption(), bare);
+    EXPECT_EQ(hitTest(window, x, y), HTSYSMENU);
+    SendMessage(window, WM_SETICON, ICON_SMALL, 0);
+    settle();
+    EXPECT_EQ(caption(), bare);
+}
 
 TEST_F(FrameTest, StylesMakeTheClientAreaSmaller) {
     struct {
