@@ -151,6 +151,7 @@ BOOL CEditAttributeDlg::OnInitDialog() {
     m_list.InsertColumn(0, LoadResString(IDS_COLUMN_DESCRIPTION), LVCFMT_LEFT, kPromptWidth);
     m_list.InsertColumn(1, LoadResString(IDS_COLUMN_DATA), LVCFMT_LEFT, rect.Width() - kPromptWidth - kColumnMargin);
     m_list.SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_GRIDLINES, LVS_EX_GRIDLINES);
+    m_list.FitRowsToEdit();
     for (int nRow = 0; nRow < m_prompts.GetSize(); ++nRow) {
         m_list.InsertItem(nRow, m_prompts[nRow]);
         m_list.SetItemText(nRow, 1, m_values[nRow]);

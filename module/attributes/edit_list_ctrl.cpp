@@ -25,6 +25,14 @@ END_MESSAGE_MAP()
 
 CEditListCtrl::~CEditListCtrl() = default;
 
+void CEditListCtrl::FitRowsToEdit() {
+    CImageList rowHeight;
+    if (!rowHeight.Create(1, ::GetSystemMetrics(SM_CYSMICON), ILC_COLOR, 1, 1))
+        return;
+    SetImageList(&rowHeight, LVSIL_SMALL);
+    rowHeight.Detach(); // the control destroys it
+}
+
 void CEditListCtrl::EditCell(int nRow, int nCol) {
     // Stored before the box hides and loses the focus by it: what was typed belongs to the row it was typed in.
     const bool bCell = nRow > -1 && nCol > -1;
@@ -68,6 +76,8 @@ void CEditListCtrl::PlaceEdit(const CRect& rect) {
     if (!m_edit.GetSafeHwnd()) {
         m_edit.Create(kEditStyle, rect, this, kEditId);
         m_edit.SendMessage(WM_SETFONT, static_cast<WPARAM>(SendMessage(WM_GETFONT)), TRUE);
+        // Without margins the text begins where the cell's does.
+        m_edit.SendMessage(EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(0, 0));
     }
     m_edit.MoveWindow(rect, TRUE);
 }

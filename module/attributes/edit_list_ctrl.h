@@ -15,6 +15,9 @@ class CEditListCtrl : public CListCtrl {
 public:
     ~CEditListCtrl() override;
 
+    /// Makes rows as high as small icons, so that the box, which is lower than its row, shows whole letters.
+    void FitRowsToEdit();
+
     /// Opens the box on a cell and brings its row into view. Only cells of column 1 have a box; elsewhere, and with
     /// -1 for none, it is hidden.
     void EditCell(int nRow, int nCol);

@@ -17,7 +17,7 @@ protected:
     static constexpr int kLabel = 222;
     static constexpr int kOk = 223;
     // Where the rows stand; a step that clicks asks first whether it is so.
-    static constexpr int kFirstRow = 17, kRowHeight = 14;
+    static constexpr int kFirstRow = 17, kRowHeight = 17;
 
     EditAttributeTest() {
         application.SetProfileFile((folder / "profile.ini").c_str());

@@ -149,6 +149,29 @@ TEST_F(EditListTest, AClickOnAValueLaysTheBoxOverItWithTheWholeTextSelected) {
     EXPECT_THAT(values(), ElementsAre("one", "x", "three"));
 }
 
+TEST_F(EditListTest, TheTextStaysInItsPlaceWhenTheBoxOpens) {
+    make({"one", "J\xFCgGroyp"});
+    list.FitRowsToEdit();
+    settle();
+    const auto cellPixels = [&] {
+        CRect rect;
+        list.GetItemRect(1, rect, LVIR_BOUNDS);
+        const POINT origin = onScreen(list.m_hWnd, kPromptWidth, rect.top);
+        std::vector<std::uint32_t> pixels;
+        for (int y = 0; y < rect.Height(); ++y)
+            for (int x = 1; x < kDataWidth - 1; ++x)
+                pixels.push_back(pixel(origin.x + x, origin.y + y));
+        return pixels;
+    };
+    const auto before = cellPixels();
+    clickCell(1, 1);
+    EXPECT_NE(cellPixels(), before) << "the text is selected";
+    button.SetFocus();
+    settle();
+    ASSERT_TRUE(open());
+    EXPECT_EQ(cellPixels(), before) << "letters and grid lines alike";
+}
+
 TEST_F(EditListTest, TheCellFollowsEachKey) {
     make({"one", "two"});
     clickCell(0, 1);
