@@ -4,25 +4,44 @@
 #include "db/stub.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 ACDB_DXF_DEFINE_MEMBERS(AcDbDictionary, AcDbObject, "DICTIONARY", "")
 
-namespace {
+/// Places of the entries by folded name. New entries are taken in when something is looked up.
+struct AcDbDictionary::Index {
+    std::unordered_map<std::string, std::vector<size_t>> places;
+    size_t taken = 0;
+};
 
-auto findEntry(const std::vector<AcDbDictionary::Entry>& entries, const char* name) {
+size_t AcDbDictionary::find(const char* name) const {
+    constexpr size_t kSmall = 32;
     const std::string_view wanted = name ? name : "";
-    return std::find_if(entries.begin(), entries.end(), [&](const AcDbDictionary::Entry& entry) {
-        return !entry.id.isErased() && acdbIsSameName(entry.name, wanted);
-    });
+    const auto isIt = [&](const Entry& entry) { return !entry.id.isErased() && acdbIsSameName(entry.name, wanted); };
+    if (entries_.size() <= kSmall)
+        return static_cast<size_t>(std::find_if(entries_.begin(), entries_.end(), isIt) - entries_.begin());
+    std::shared_ptr<Index>& index = index_;
+    if (!index)
+        index = std::make_shared<Index>();
+    for (; index->taken < entries_.size(); ++index->taken)
+        index->places[acdbFoldName(entries_[index->taken].name)].push_back(index->taken);
+    if (const auto found = index->places.find(acdbFoldName(wanted)); found != index->places.end())
+        for (const size_t place : found->second)
+            if (isIt(entries_[place]))
+                return place;
+    return entries_.size();
 }
 
-} // namespace
+void AcDbDictionary::dataRestored() {
+    std::shared_ptr<Index>& index = index_;
+    index.reset();
+}
 
-bool AcDbDictionary::has(const char* name) const { return findEntry(entries_, name) != entries_.end(); }
+bool AcDbDictionary::has(const char* name) const { return find(name) < entries_.size(); }
 
 Acad::ErrorStatus AcDbDictionary::getAt(const char* name, AcDbObjectId& id) const {
-    const auto entry = findEntry(entries_, name);
-    id = entry == entries_.end() ? AcDbObjectId() : entry->id;
+    const size_t place = find(name);
+    id = place < entries_.size() ? entries_[place].id : AcDbObjectId();
     return id.isNull() ? Acad::eKeyNotFound : Acad::eOk;
 }
 
@@ -55,12 +74,12 @@ Acad::ErrorStatus AcDbDictionary::setAt(const char* name, AcDbObject* object, Ac
         id = object->objectId();
     else if (const Acad::ErrorStatus status = database()->addAcDbObject(id, object, objectId()); status != Acad::eOk)
         return status;
-    const auto found = findEntry(entries_, name);
-    if (found == entries_.end()) {
+    const size_t place = find(name);
+    if (place == entries_.size()) {
         entries_.push_back({name, id});
         return Acad::eOk;
     }
-    Entry& entry = entries_[static_cast<size_t>(found - entries_.begin())];
+    Entry& entry = entries_[place];
     if (entry.id != id)
         if (const AcDbObjectPointer<AcDbObject> former(entry.id, AcDb::kForWrite); former)
             former->erase();
@@ -69,13 +88,15 @@ Acad::ErrorStatus AcDbDictionary::setAt(const char* name, AcDbObject* object, Ac
 }
 
 Acad::ErrorStatus AcDbDictionary::remove(const char* name) {
-    const auto found = findEntry(entries_, name);
-    if (found == entries_.end())
+    const size_t place = find(name);
+    if (place == entries_.size())
         return Acad::eKeyNotFound;
     const Acad::ErrorStatus status = assertWriteEnabled();
-    if (status == Acad::eOk)
-        entries_.erase(found);
-    return status;
+    if (status != Acad::eOk)
+        return status;
+    entries_.erase(entries_.begin() + static_cast<ptrdiff_t>(place));
+    dataRestored();
+    return Acad::eOk;
 }
 
 size_t AcDbDictionary::numEntries() const {
@@ -94,6 +115,7 @@ void AcDbDictionary::visitReferences(AcDbReferenceVisitor& visitor) {
 
 void AcDbDictionary::setFileData(FileData data) {
     entries_ = std::move(data.entries);
+    dataRestored();
     cloning_ = data.cloning;
     hardOwner_ = data.hardOwner;
     withDefault_ = data.withDefault;

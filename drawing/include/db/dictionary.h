@@ -1,6 +1,7 @@
 // Dictionaries: objects by name, in the order in which they came. Names compare without regard to case.
 #pragma once
 
+#include "db/not_copied.h"
 #include "db/object.h"
 
 #include <string>
@@ -41,13 +42,19 @@ public:
     };
     void setFileData(FileData data);
     FileData fileData() const;
+    void dataRestored() override;
 
 private:
+    struct Index;
+    /// The place of the entry of that name that isn't erased; the number of entries if there is none.
+    size_t find(const char* name) const;
+
     std::vector<Entry> entries_;
     AcDbObjectId defaultId_;
     unsigned short cloning_ = 1;
     unsigned char hardOwner_ = 0;
     bool withDefault_ = false;
+    mutable NotCopied<std::shared_ptr<Index>> index_; // of a large dictionary's names
 };
 
 /// Walks the entries that aren't erased. REQUIRES: the dictionary isn't changed while it walks.

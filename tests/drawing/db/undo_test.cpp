@@ -1,8 +1,13 @@
 #include "database_fixture.h"
 
+#include "support/drawing_digest.h"
+
 #include <random>
 
 namespace {
+
+using vndk::test::digestDifference;
+using vndk::test::digestOf;
 
 class Undo : public DatabaseTest {
 protected:
@@ -94,25 +99,36 @@ TEST_F(Undo, SwitchedOffNothingIsRecorded) {
     EXPECT_EQ(database.undo().undoCount(), 0u);
 }
 
-/// What a drawing holds, as text.
-std::string digest(AcDbDatabase& database) {
-    std::string text;
-    const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId());
-    for (const AcDbObjectId id : space->entities()) {
-        if (id.isErased())
-            continue;
-        const AcDbObjectPointer<AcDbLine> line(id);
-        text += std::to_string(id.handle().value()) + ":" + std::to_string(line->endPoint().x) + ":" +
-                std::to_string(line->colorIndex()) + " ";
-    }
-    return text;
+TEST_F(Undo, ALargeDictionaryFindsWhatItHolds) {
+    const AcDbObjectId root = database.namedObjectsDictionaryId();
+    const auto add = [&](int from, int to) {
+        const AcDbObjectPointer<AcDbDictionary> open(root, AcDb::kForWrite);
+        for (int i = from; i < to; ++i) {
+            AcDbObjectId id;
+            auto* const entry = new AcDbDictionary;
+            ASSERT_EQ(open->setAt(("Entry" + std::to_string(i)).c_str(), entry, id), Acad::eOk);
+            entry->close();
+        }
+    };
+    const auto has = [&](const char* name) { return AcDbObjectPointer<AcDbDictionary>(root)->has(name); };
+    add(0, 100);
+    EXPECT_TRUE(has("ENTRY99"));
+    database.undo().beginGroup("CHANGE");
+    EXPECT_EQ(AcDbObjectPointer<AcDbDictionary>(root, AcDb::kForWrite)->remove("entry7"), Acad::eOk);
+    add(100, 110);
+    database.undo().endGroup();
+    EXPECT_TRUE(!has("Entry7") && has("Entry8") && has("Entry109"));
+    database.undo().undo();
+    EXPECT_TRUE(has("Entry7") && has("Entry8") && !has("Entry100"));
+    database.undo().redo();
+    EXPECT_TRUE(!has("Entry7") && has("Entry8") && has("Entry109"));
 }
 
 TEST_F(Undo, ARandomHistoryRunsBackAndForthThroughTheSameStates) {
     constexpr unsigned kSeed = 20261122;
     std::mt19937 random(kSeed);
     std::vector<AcDbObjectId> lines;
-    std::vector<std::string> states{digest(database)};
+    std::vector<vndk::test::DrawingDigest> states{digestOf(database)};
     for (int step = 0; step < 200; ++step) {
         database.undo().beginGroup("STEP");
         for (unsigned i = 0; i <= random() % 3; ++i) {
@@ -125,22 +141,22 @@ TEST_F(Undo, ARandomHistoryRunsBackAndForthThroughTheSameStates) {
                 line->setColorIndex(static_cast<short>(random() % 256));
         }
         database.undo().endGroup();
-        states.push_back(digest(database));
+        states.push_back(digestOf(database));
     }
     // Groups that changed nothing left no step: equal neighbours may collapse.
     size_t at = states.size() - 1;
     for (int round = 0; round < 2; ++round) {
         while (database.undo().undo()) {
-            const std::string now = digest(database);
+            const vndk::test::DrawingDigest now = digestOf(database);
             while (at > 0 && states[at - 1] != now)
                 --at;
             ASSERT_GT(at, 0u) << "a state that never was, seed " << kSeed;
             --at;
         }
-        EXPECT_EQ(digest(database), states.front());
+        EXPECT_EQ(digestDifference(digestOf(database), states.front()), "");
         while (database.undo().redo()) {
         }
-        EXPECT_EQ(digest(database), states.back());
+        EXPECT_EQ(digestDifference(digestOf(database), states.back()), "");
         at = states.size() - 1;
     }
 }
