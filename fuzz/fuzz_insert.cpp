@@ -7,6 +7,7 @@
 #include "../tests/drawing/db/rich_drawing.h"
 #include "dwg/crc.h"
 #include "dwg/drawing_reader.h"
+#include "dwg/drawing_writer.h"
 #include "dwg/file_writer.h"
 
 using namespace vndk;

@@ -1,10 +1,13 @@
 // Sources with damage at random, of a drawing of our own and of a real one: inserted whole or not at all.
+#include <gtest/gtest.h>
+
 #include <random>
 
 #include "drawing/db/insertion_checks.h"
 #include "drawing/db/rich_drawing.h"
 #include "dwg/crc.h"
 #include "dwg/drawing_reader.h"
+#include "dwg/drawing_writer.h"
 #include "support/drawings.h"
 
 namespace vndk::test {

@@ -3,6 +3,7 @@
 
 #include "db/id_mapping.h"
 #include "db/viewport.h"
+#include "drawing/db/expect_saves.h"
 #include "drawing/db/insertion_checks.h"
 #include "support/drawings.h"
 

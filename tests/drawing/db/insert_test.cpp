@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "db/id_mapping.h"
+#include "drawing/db/expect_saves.h"
 #include "drawing/db/insertion_checks.h"
 #include "drawing/db/rich_drawing.h"
 #include "dwg/crc.h"
