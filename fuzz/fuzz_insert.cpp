@@ -13,7 +13,8 @@
 using namespace vndk;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    static const auto image = *dwg::FileImage::parse(*dwg::writeDrawing(test::RichDrawing().database), "whole");
+    static test::RichDrawing rich;
+    static const auto image = *dwg::FileImage::parse(*dwg::writeDrawing(rich.database), "whole");
     std::vector<uint8_t> bytes(image->bytes().begin(), image->bytes().end());
     for (; size >= 3; data += 3, size -= 3) {
         const auto raw = image->bytesOf(image->objects()[data[0] % image->objects().size()]);
