@@ -2,18 +2,52 @@
 
 #include "user/window.h"
 #include "win32/draw.h"
+#include "win32/input.h"
 #include "win32/paint.h"
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace vndk::win32 {
 
 // ---- Items ---------------------------------------------------------------------------------------------------------
 
+/// The tabs look different. A page that lies behind the control isn't painted over as long as their strip keeps its
+/// height.
 void TabControl::changed() {
-    if (redraw_)
+    if (!redraw_)
+        return;
+    if (buttons() || std::exchange(shownStrip_, stripHeight()) != stripHeight()) {
         invalidate(nullptr, false);
+        return;
+    }
+    const RECT strip = stripRect();
+    invalidate(&strip, false);
+}
+
+void TabControl::changedAll() {
+    shownStrip_ = -1;
+    changed();
+}
+
+void TabControl::onCreate() {
+    // Pages stand in front of their tabs.
+    SetWindowLongA(window(), GWL_STYLE, GetWindowLongA(window(), GWL_STYLE) | static_cast<LONG>(WS_CLIPSIBLINGS));
+    if (hasStyle(TCS_VERTICAL))
+        logOnce("tab control: TCS_VERTICAL isn't done; the tabs stand at the top");
+    layout();
+}
+
+/// Only tabs and arrows take the mouse: what lies behind the rest, a page for one, gets it there.
+LRESULT TabControl::onNcHitTest(LPARAM lParam) {
+    const LRESULT part = defaultHandling(WM_NCHITTEST, 0, lParam);
+    if (part != HTCLIENT || buttons())
+        return part;
+    POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    ScreenToClient(window(), &point);
+    UINT flags = 0;
+    return hitTest(point, flags) >= 0 || onArrow(point) ? HTCLIENT : HTTRANSPARENT;
 }
 
 void TabControl::take(Item& item, const TCITEM& from) const {
@@ -264,7 +298,7 @@ bool TabControl::handleLookMessage(UINT message, WPARAM wParam, LPARAM lParam, L
     }
     layout();
     showSelected();
-    changed();
+    changedAll();
     return true;
 }
 
@@ -275,10 +309,10 @@ LRESULT TabControl::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return result;
     switch (message) {
     case WM_CREATE:
-        if (hasStyle(TCS_VERTICAL))
-            logOnce("tab control: TCS_VERTICAL isn't done; the tabs stand at the top");
-        layout();
+        onCreate();
         return 0;
+    case WM_NCHITTEST:
+        return onNcHitTest(lParam);
     case WM_PAINT:
     case WM_PRINTCLIENT:
         paint(reinterpret_cast<HDC>(wParam));
@@ -287,7 +321,7 @@ LRESULT TabControl::handle(UINT message, WPARAM wParam, LPARAM lParam) {
         return 1;
     case WM_ENABLE:
     case WM_SYSCOLORCHANGE:
-        changed();
+        changedAll();
         return 0;
     case WM_SETREDRAW:
         redraw_ = wParam != 0;

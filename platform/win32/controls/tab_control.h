@@ -38,6 +38,8 @@ private:
     [[nodiscard]] int scrollShift() const;
     [[nodiscard]] bool scrolls() const;
     [[nodiscard]] RECT arrowRect(bool right) const;
+    [[nodiscard]] bool onArrow(POINT point) const;
+    [[nodiscard]] RECT stripRect() const; // with the border that a selected tab covers
     [[nodiscard]] RECT itemRect(int index) const;
     [[nodiscard]] RECT bodyRect() const;
     [[nodiscard]] int hitTest(POINT point, UINT& flags) const;
@@ -67,6 +69,9 @@ private:
     /// With the notifications, as a user selects. False when the parent refused.
     bool select(int index);
     void changed();
+    void changedAll();
+    void onCreate();
+    LRESULT onNcHitTest(LPARAM lParam);
 
     // Input (tab_input.cpp).
     void onButtonDown(POINT point);
@@ -95,6 +100,7 @@ private:
     HFONT font_ = nullptr;
     HWND toolTips_ = nullptr;
     bool redraw_ = true;
+    int shownStrip_ = -1; // height of the strip at the last change
 };
 
 void registerTabControl();

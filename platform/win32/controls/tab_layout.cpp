@@ -150,6 +150,14 @@ RECT TabControl::arrowRect(bool right) const {
     return {left, top, left + width, top + height};
 }
 
+bool TabControl::onArrow(POINT point) const {
+    if (!scrolls())
+        return false;
+    const RECT left = arrowRect(false);
+    const RECT right = arrowRect(true);
+    return PtInRect(&left, point) != FALSE || PtInRect(&right, point) != FALSE;
+}
+
 RECT TabControl::itemRect(int index) const {
     const Item& item = items_[static_cast<std::size_t>(index)];
     RECT rect = item.rect;
@@ -177,6 +185,16 @@ RECT TabControl::bodyRect() const {
     return body;
 }
 
+RECT TabControl::stripRect() const {
+    RECT strip = clientRect();
+    const RECT body = bodyRect();
+    if (atBottom())
+        strip.top = body.bottom - bodyBorder;
+    else
+        strip.bottom = body.top + bodyBorder;
+    return strip;
+}
+
 void TabControl::adjustRect(bool larger, RECT& rect) const {
     const int border = bodyBorder + bodyPadding;
     const int sign = larger ? -1 : 1;
@@ -189,12 +207,8 @@ void TabControl::adjustRect(bool larger, RECT& rect) const {
 
 int TabControl::hitTest(POINT point, UINT& flags) const {
     flags = TCHT_NOWHERE;
-    if (scrolls()) {
-        const RECT left = arrowRect(false);
-        const RECT right = arrowRect(true);
-        if (PtInRect(&left, point) != FALSE || PtInRect(&right, point) != FALSE)
-            return -1;
-    }
+    if (onArrow(point))
+        return -1;
     for (int index = scrolls() ? first_ : 0; index < count(); ++index) {
         const RECT rect = itemRect(index);
         if (PtInRect(&rect, point) == FALSE)

@@ -2,6 +2,7 @@
 #include "control_fixture.h"
 
 #include "win32/input.h"
+#include "win32/static.h"
 #include "win32/tab.h"
 
 namespace vndk::test {
@@ -163,6 +164,40 @@ TEST_F(TabTest, KeepsItsSelectionWhenOthersComeAndGo) {
     EXPECT_EQ(send(TCM_DELETEITEM, 99), FALSE);
     for (const UINT message : {TCM_INSERTITEM, TCM_GETITEM, TCM_SETITEM, TCM_GETITEMRECT, TCM_HITTEST, TCM_ADJUSTRECT})
         send(message, 0, 0);
+}
+
+// A page lies in front of its tabs or behind them, as its dialog made it; neither is painted over, and both get the
+// mouse.
+TEST_F(TabTest, LeavesPagesTheirPixelsAndTheirMouse) {
+    for (const bool inFront : {true, false})
+        for (const DWORD style : {DWORD{0}, TCS_BOTTOM}) {
+            makeTabs(style, 3);
+            RECT page = clientRect(tabs);
+            send(TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
+            MapWindowPoints(tabs, owner, reinterpret_cast<POINT*>(&page), 2);
+            const HWND box =
+                CreateWindow("Static", "", WS_CHILD | WS_VISIBLE | SS_BLACKRECT | SS_NOTIFY, page.left, page.top,
+                             page.right - page.left, page.bottom - page.top, owner, nullptr, nullptr, nullptr);
+            SetWindowPos(box, inFront ? HWND_TOP : HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+            RedrawWindow(owner, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+            settle();
+            const POINT inside = onScreen(box, 30, 20);
+            const auto check = [&](const char* when) {
+                EXPECT_EQ(pixel(inside.x, inside.y), rgbOf(GetSysColor(COLOR_3DDKSHADOW)))
+                    << when << ", style " << style << ", in front " << inFront;
+            };
+            check("at first");
+            clickTab(2);
+            check("another tab");
+            SetFocus(tabs);
+            settle();
+            check("the focus");
+            EXPECT_EQ(WindowFromPoint(inside), box) << style << ", in front " << inFront;
+            const RECT rect = itemRect(0);
+            EXPECT_EQ(WindowFromPoint(onScreen(tabs, rect.left + 5, (rect.top + rect.bottom) / 2)), tabs);
+            DestroyWindow(box);
+            DestroyWindow(tabs);
+        }
 }
 
 TEST_F(TabTest, SurvivesItsEndInANotification) {
