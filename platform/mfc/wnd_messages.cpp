@@ -78,6 +78,8 @@ LRESULT AfxCallWndProc(CWnd* object, UINT message, WPARAM wParam, LPARAM lParam)
     } catch (...) {
         std::fprintf(stderr, "mfc: a handler of message 0x%04X threw\n", message);
     }
+    if (message == WM_PAINT)
+        ::ValidateRect(now.hwnd, nullptr); // or it would come for ever
     return message == WM_CREATE ? -1 : 0;
 }
 

@@ -2,6 +2,7 @@
 #include "user/hooks.h"
 #include "user/message_queue.h"
 #include "win32/error.h"
+#include "win32/paint.h"
 
 #include <cstdio>
 #include <exception>
@@ -59,6 +60,8 @@ LRESULT callProcedure(WNDPROC procedure, HWND window, UINT message, WPARAM wPara
     } catch (...) {
         logOnce("message " + messageName(message) + " threw an exception");
     }
+    if (message == WM_PAINT)
+        ValidateRect(window, nullptr); // or it would come for ever
     return 0;
 }
 

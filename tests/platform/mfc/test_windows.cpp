@@ -93,6 +93,40 @@ protected:
     }
 };
 
+/// Throws something else at each message.
+class Thrower : public CWnd {
+protected:
+    void OnPaint() { throw 5; }
+    int OnCreate(LPCREATESTRUCT) { throw std::runtime_error("not made"); }
+    void OnSize(UINT, int, int) { AfxThrowUserException(); }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(Thrower, CWnd)
+ON_WM_PAINT()
+ON_WM_CREATE()
+ON_WM_SIZE()
+END_MESSAGE_MAP()
+
+TEST_F(FrameworkTest, HandlersThatThrowHarmNobodyElse) {
+    testing::internal::CaptureStderr();
+    Thrower refused;
+    EXPECT_FALSE(
+        refused.CreateEx(0, AfxRegisterWndClass(0), "window", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr));
+    const HWND plain =
+        ::CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_VISIBLE, 0, 0, 200, 100, nullptr, nullptr, nullptr, nullptr);
+    Thrower window;
+    ASSERT_TRUE(window.SubclassWindow(plain));
+    window.MoveWindow(10, 10, 300, 200);
+    settle();
+    EXPECT_FALSE(::GetUpdateRect(window.m_hWnd, nullptr, FALSE)) << "what can't be painted isn't asked for again";
+    window.DestroyWindow();
+    const std::string logged = testing::internal::GetCapturedStderr();
+    EXPECT_NE(logged.find("0x0001 threw: not made"), std::string::npos) << logged;
+    EXPECT_NE(logged.find("0x0005 threw a CUserException"), std::string::npos) << logged;
+    EXPECT_NE(logged.find("0x000F threw"), std::string::npos) << logged;
+}
+
 TEST_F(FrameworkTest, RoutesACommandAfterOneQueryOfItsState) {
     Derived window;
     make(window);

@@ -130,7 +130,13 @@ TEST_F(WindowDataTest, ExceptionsAndEndlessSendingStopAtTheProcedure) {
         return message == WM_USER + 9 ? SendMessage(self, message, wParam + 1, lParam) + 1 : 0;
     });
     EXPECT_GT(SendMessage(window, WM_USER + 9, 0, 0), 100);
+    replace([](HWND, UINT message, WPARAM, LPARAM) -> LRESULT { throw static_cast<int>(message); });
+    EXPECT_EQ(SendMessage(window, WM_USER + 10, 0, 0), 0);
+    ShowWindow(window, SW_SHOW);
+    InvalidateRect(window, nullptr, TRUE);
+    settle(); // comes to rest, though nothing of it is ever painted
     const std::string logged = testing::internal::GetCapturedStderr();
+    EXPECT_NE(logged.find("0x040A threw an exception"), std::string::npos) << logged;
     EXPECT_NE(logged.find("oops"), std::string::npos);
     EXPECT_NE(logged.find("nested too deeply"), std::string::npos);
     replace(&DefWindowProcA);
