@@ -2,9 +2,9 @@
 
 #include "gdi/device_context.h"
 
-#include <ft2build.h>
 #include <freetype/freetype.h>
 #include <freetype/tttables.h>
+#include <ft2build.h>
 
 #include <algorithm>
 #include <cassert>

@@ -2,8 +2,8 @@
 
 #include "win32/codepage.h"
 
-#include <ft2build.h>
 #include <freetype/freetype.h>
+#include <ft2build.h>
 
 #include <algorithm>
 #include <cstdio>

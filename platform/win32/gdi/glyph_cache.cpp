@@ -2,9 +2,9 @@
 
 #include "win32/codepage.h"
 
-#include <ft2build.h>
 #include <freetype/freetype.h>
 #include <freetype/ftsizes.h>
+#include <ft2build.h>
 
 #include <algorithm>
 #include <cstddef>

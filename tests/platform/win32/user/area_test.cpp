@@ -1,7 +1,6 @@
 // What becomes invalid, and which pixels move, when windows change place, size, order or visibility.
 #include "paint_fixture.h"
 
-
 namespace {
 
 using namespace vndk::test;

@@ -1,7 +1,6 @@
 // How painting of parents and children goes together.
 #include "paint_fixture.h"
 
-
 namespace {
 
 using namespace vndk::test;
