@@ -108,7 +108,7 @@ Acad::ErrorStatus AcDbCloneRun::findRecord(AcDbSymbolTableRecord& record) {
     return blockCopy && blockCopy->data().blockEnd.isNull() ? Acad::eOutOfRange : Acad::eOk;
 }
 
-// Members of named dictionaries
+// Members of named dictionaries. An extension dictionary is none: what it holds is copied with it.
 
 const std::string& AcDbCloneRun::keyIn(const AcDbDictionary& dictionary, AcDbObjectId member) {
     const auto [keys, fresh] = keys_.try_emplace(dictionary.objectId());
@@ -122,7 +122,8 @@ const std::string& AcDbCloneRun::keyIn(const AcDbDictionary& dictionary, AcDbObj
 /// only dictionaries below that of the named objects have a name in another drawing.
 Acad::ErrorStatus AcDbCloneRun::findFolder(AcDbDictionary& dictionary, AcDbObjectId& counterpart, int depth) {
     constexpr int kDeepest = 16;
-    counterpart = mapping_.lookUp(dictionary.objectId());
+    const auto known = folders_.find(dictionary.objectId());
+    counterpart = known == folders_.end() ? AcDbObjectId() : known->second;
     auto* const parent = AcDbDictionary::cast(residentObject(dictionary.ownerId()));
     if (!counterpart.isNull() || !parent || depth > kDeepest)
         return Acad::eOk;
@@ -150,8 +151,10 @@ Acad::ErrorStatus AcDbCloneRun::findFolder(AcDbDictionary& dictionary, AcDbObjec
             return status;
         folder.release()->close();
     }
-    if (!counterpart.isNull())
+    if (!counterpart.isNull()) {
+        folders_[dictionary.objectId()] = counterpart;
         mapping_.assign(dictionary.objectId(), counterpart);
+    }
     return Acad::eOk;
 }
 

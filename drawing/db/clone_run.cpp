@@ -52,6 +52,7 @@ AcDbCloneRun::AcDbCloneRun(AcDbDatabase& from, AcDbDatabase& to, AcDbIdMapping& 
         if (const AcDbObjectId source = (from.*table)(), destination = (to.*table)();
             !source.isNull() && !destination.isNull())
             mapping.assign(source, destination);
+    folders_[from.namedObjectsDictionaryId()] = to.namedObjectsDictionaryId();
 }
 
 void AcDbCloneRun::remember(AcDbObject& original, AcDbObject& copy) {

@@ -83,7 +83,8 @@ private:
     /// Between copied blocks, by the originals: which holds references to which.
     std::unordered_map<AcDbObjectId, std::unordered_set<AcDbObjectId>> uses_;
     std::unordered_map<AcDbObjectId, std::unordered_map<AcDbObjectId, std::string>> keys_; // by dictionary
-    std::unordered_map<std::string, size_t> nextNumbers_; // of anonymous blocks, by what stands before the number
+    std::unordered_map<AcDbObjectId, AcDbObjectId> folders_; // named dictionaries and their counterparts
+    std::unordered_map<std::string, size_t> nextNumbers_;    // of anonymous blocks, by what stands before the number
     AcDbObjectId forbidden_;
     std::string failureText_;
     std::vector<std::string> warnings_;

@@ -157,6 +157,22 @@ TEST_F(Insert, WhatTheDrawingHasUnderThatNameStands) {
     EXPECT_EQ(references.size(), 2u);
 }
 
+TEST_F(Insert, WhatAnExtensionDictionaryHoldsIsNamedFromElsewhere) {
+    AcDbObjectId values;
+    auto* const dictionary =
+        found<AcDbDictionary>(source.database, found<AcDbLine>(source.database, source.line)->extensionDictionary());
+    dictionary->getAt("VALUES", values);
+    auto* const entity = new AcDbOpaqueEntity;
+    entity->setFields(RichDrawing::fields("LEADER", 45, {{5, values, 0}}));
+    source.append(entity);
+    const AcDbObjectId block = insert();
+    const auto* const line = firstOf<AcDbLine>(database, block);
+    const auto* const copy = found<AcDbDictionary>(database, line->extensionDictionary());
+    const auto* const leader = found<AcDbOpaqueEntity>(database, contents(database, block).back());
+    ASSERT_EQ(copy->entries().size(), 1u);
+    EXPECT_EQ(leader->fields().references[0].id, copy->entries()[0].id);
+}
+
 TEST_F(Insert, ALostReferenceOfAnUnknownTypeIsTold) {
     auto* const entity = new AcDbOpaqueEntity;
     entity->setFields(RichDrawing::fields("LEADER", 45, {{5, source.paper, 0}, {5, {}, 0x10}}));
