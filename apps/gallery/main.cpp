@@ -43,15 +43,6 @@ Arguments parse(int count, char** arguments) {
     return parsed;
 }
 
-/// Each pixel as scale x scale, as the window shows it.
-vndk::win32::Picture enlarged(const vndk::win32::Picture& picture, int scale) {
-    vndk::win32::Picture large{picture.width * scale, picture.height * scale, {}};
-    for (int y = 0; y < large.height; ++y)
-        for (int x = 0; x < large.width; ++x)
-            large.pixels.push_back(picture.at(x / scale, y / scale));
-    return large;
-}
-
 int writePicture(const Arguments& arguments) {
     vndk::screen::MemoryScreen screen(kWidth, kHeight);
     vndk::win32::Desktop desktop(screen);
@@ -62,7 +53,8 @@ int writePicture(const Arguments& arguments) {
     const vndk::screen::Surface surface = screen.surface();
     const vndk::win32::Picture shown =
         vndk::win32::copyPicture(surface.pixels, surface.width, {0, 0, surface.width, surface.height});
-    const vndk::win32::Status status = vndk::win32::writePng(arguments.png, enlarged(shown, arguments.scale));
+    const vndk::win32::Status status =
+        vndk::win32::writePng(arguments.png, vndk::win32::enlargePicture(shown, arguments.scale));
     if (!status.ok()) {
         std::fprintf(stderr, "gallery: %s\n", status.message().c_str());
         return 1;

@@ -65,6 +65,16 @@ Picture copyPicture(const std::uint32_t* pixels, int stride, const RECT& part) {
     return picture;
 }
 
+Picture enlargePicture(const Picture& picture, int scale) {
+    assert(scale >= 1 && "a picture isn't made smaller");
+    Picture large{picture.width * scale, picture.height * scale, {}};
+    large.pixels.reserve(picture.pixels.size() * static_cast<std::size_t>(scale) * static_cast<std::size_t>(scale));
+    for (int y = 0; y < large.height; ++y)
+        for (int x = 0; x < large.width; ++x)
+            large.pixels.push_back(picture.at(x / scale, y / scale));
+    return large;
+}
+
 Status writePng(const std::string& hostPath, const Picture& picture) {
     if (picture.width < 1 || picture.height < 1)
         return {ERROR_INVALID_PARAMETER, "An empty picture can't be kept in " + hostPath + "."};

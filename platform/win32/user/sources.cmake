@@ -62,6 +62,7 @@ set(USER_SOURCES
   user/update_region.cpp
   user/user_events.cpp
   user/user_script.cpp
+  user/user_search.cpp
   user/verify_windows.cpp
   user/visible_region.cpp
   user/window_class.cpp

@@ -76,12 +76,6 @@ void UserEvents::click(MouseButton button, UserKeys keys) {
     release(button, keys);
 }
 
-void UserEvents::doubleClick(POINT point) {
-    moveTo(point, {});
-    click(MouseButton::left, {});
-    click(MouseButton::left, {});
-}
-
 void UserEvents::turnWheel(int delta) {
     Event event;
     event.kind = Event::Kind::wheel;

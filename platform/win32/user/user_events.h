@@ -15,7 +15,6 @@ public:
     void press(screen::MouseButton button, UserKeys keys);
     void release(screen::MouseButton button, UserKeys keys);
     void click(screen::MouseButton button, UserKeys keys);
-    void doubleClick(POINT point);
     void turnWheel(int delta);
 
     /// Shift, Ctrl and Alt go down, or up again.

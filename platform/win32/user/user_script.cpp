@@ -2,10 +2,10 @@
 
 #include "user/desktop_state.h"
 #include "user/dialog.h"
-#include "user/frame_geometry.h"
 #include "user/menu.h"
 #include "user/menu_bar.h"
 #include "user/user_events.h"
+#include "user/user_search.h"
 #include "win32/button.h"
 #include "win32/codepage.h"
 #include "win32/desktop.h"
@@ -42,99 +42,6 @@ struct Step {
 };
 
 std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
-
-std::string className(HWND window) {
-    const Window* found = findWindow(window);
-    return found != nullptr ? found->windowClass->name : std::string();
-}
-
-HWND topLevelWindow(const std::string& titleOrClass) {
-    if (titleOrClass.empty())
-        return GetActiveWindow();
-    for (HWND window = GetTopWindow(nullptr); window != nullptr; window = GetWindow(window, GW_HWNDNEXT)) {
-        if (IsWindowVisible(window) == FALSE)
-            continue;
-        const bool matches = titleOrClass.front() == '#' ? compareNoCase(className(window), titleOrClass) == 0
-                                                         : findWindow(window)->text == titleOrClass;
-        if (matches)
-            return window;
-    }
-    return nullptr;
-}
-
-// Depth first; a visible one goes before all hidden ones.
-HWND findControl(const Window& parent, int id, bool visibleOnly) {
-    for (const Window* child : parent.children) {
-        if (visibleOnly && (child->style & WS_VISIBLE) == 0)
-            continue;
-        if (isChild(*child) && static_cast<int>(child->id) == id)
-            return child->handle;
-        if (const HWND found = findControl(*child, id, visibleOnly))
-            return found;
-    }
-    return nullptr;
-}
-
-HWND findControl(HWND window, int id) {
-    if (id == 0)
-        return window;
-    const Window* parent = findWindow(window);
-    if (parent == nullptr)
-        return nullptr;
-    const HWND visible = findControl(*parent, id, true);
-    return visible != nullptr ? visible : findControl(*parent, id, false);
-}
-
-bool enabledWithParents(HWND window) {
-    for (const Window* found = findWindow(window); found != nullptr; found = found->parent)
-        if ((found->style & WS_DISABLED) != 0)
-            return false;
-    return true;
-}
-
-// Labels let clicks through to what they stand on.
-bool reachable(HWND control, POINT point) {
-    const HWND there = WindowFromPoint(point);
-    return there == control || IsChild(control, there) != FALSE || there == GetAncestor(control, GA_PARENT);
-}
-
-std::string plainLabel(const std::string& itemText) {
-    std::string label;
-    const std::string marked = splitMenuText(itemText).label;
-    for (std::size_t i = 0; i < marked.size(); ++i) {
-        if (marked[i] == '&' && ++i == marked.size())
-            break;
-        label += marked[i];
-    }
-    return label;
-}
-
-struct FoundItem {
-    HMENU menu = nullptr;
-    UINT position = 0;
-};
-
-FoundItem itemWithText(HMENU menu, const std::string& text) {
-    MenuState* state = menuState();
-    const Menu* found = state != nullptr ? state->menus.find(menu) : nullptr;
-    for (std::size_t i = 0; found != nullptr && i < found->items.size(); ++i)
-        if (!found->items[i].separator() && plainLabel(found->items[i].text) == text)
-            return {menu, static_cast<UINT>(i)};
-    return {};
-}
-
-// In the popups that are open, the newest first; else in the bar.
-FoundItem shownItem(HWND window, const std::string& text) {
-    bool popups = false;
-    for (HWND popup = GetTopWindow(nullptr); popup != nullptr; popup = GetWindow(popup, GW_HWNDNEXT)) {
-        if (className(popup) != "#32768" || IsWindowVisible(popup) == FALSE)
-            continue;
-        popups = true;
-        if (const FoundItem found = itemWithText(reinterpret_cast<HMENU>(send(popup, MN_GETHMENU)), text); found.menu)
-            return found;
-    }
-    return popups || window == nullptr ? FoundItem{} : itemWithText(GetMenu(window), text);
-}
 
 POINT middleOf(const RECT& rect) { return {(rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2}; }
 
@@ -284,41 +191,89 @@ struct UserScript::Impl : std::enable_shared_from_this<UserScript::Impl> {
         return windowText.empty() ? "the active window" : "the window " + quoted(windowText);
     }
 
-    /// Where on the screen a point of a control is, or why it can't be pointed at.
-    Attempt locate(int id, std::optional<POINT> point, POINT& found) const {
+    [[nodiscard]] std::string controlName(int id) const {
+        return id == 0 ? windowName() : "control " + std::to_string(id) + " of " + windowName();
+    }
+
+    [[nodiscard]] UserPlace placeOf(int id, std::optional<POINT> point) const {
         const HWND top = window();
         if (top == nullptr)
-            return Attempt::notYet(windowName() + " isn't there");
+            return {.trouble = windowName() + " isn't there"};
         const HWND control = findControl(top, id);
-        const std::string name = id == 0 ? windowName() : "control " + std::to_string(id) + " of " + windowName();
         if (control == nullptr)
-            return Attempt::notYet(name + " isn't there");
-        if (IsWindowVisible(control) == FALSE)
-            return Attempt::notYet(name + " is hidden");
-        if (!enabledWithParents(control))
-            return Attempt::notYet(name + " is disabled");
+            return {.trouble = controlName(id) + " isn't there"};
         RECT client{};
         GetClientRect(control, &client);
-        found = point.value_or(middleOf(client));
-        ClientToScreen(control, &found);
-        if (!reachable(control, found))
+        return {.window = control, .point = point.value_or(middleOf(client))};
+    }
+
+    /// Where on the screen a place is, or why it can't be pointed at.
+    static Attempt locate(const UserPlace& place, const std::string& name, POINT& found) {
+        if (IsWindow(place.window) == FALSE)
+            return Attempt::notYet(place.trouble);
+        if (IsWindowVisible(place.window) == FALSE)
+            return Attempt::notYet(name + " is hidden");
+        if (!enabledWithParents(place.window))
+            return Attempt::notYet(name + " is disabled");
+        found = place.point;
+        ClientToScreen(place.window, &found);
+        if (!reachable(place.window, found))
             return Attempt::notYet(name + " is covered, or the point lies outside of it");
         return {};
     }
 
-    void addAtPoint(std::string name, int id, std::optional<POINT> point, std::function<void(POINT)> action) {
-        add(std::move(name), [this, id, point, act = std::move(action)] {
+    void addAtPlace(std::string step, std::string name, UserPlaceFinder find, std::function<void(POINT)> action) {
+        add(std::move(step), [place = std::move(find), named = std::move(name), act = std::move(action)] {
             POINT at{};
-            Attempt located = locate(id, point, at);
+            Attempt located = locate(place(), named, at);
             if (located.done)
                 act(at);
             return located;
         });
     }
 
+    void addAtPoint(std::string step, int id, std::optional<POINT> point, std::function<void(POINT)> action) {
+        add(std::move(step), [this, id, point, act = std::move(action)] {
+            POINT at{};
+            Attempt located = locate(placeOf(id, point), controlName(id), at);
+            if (located.done)
+                act(at);
+            return located;
+        });
+    }
+
+    void clickWith(POINT at, UserClick how) {
+        const auto button = how.right ? screen::MouseButton::right : screen::MouseButton::left;
+        events.holdKeys(how.keys);
+        events.moveTo(at, how.keys);
+        events.click(button, how.keys);
+        if (how.twice)
+            events.click(button, how.keys);
+        events.releaseKeys(how.keys);
+    }
+
+    void dragWith(POINT at, POINT way, UserKeys keys) {
+        const POINT end{at.x + way.x, at.y + way.y};
+        const POINT middle{(at.x + end.x) / 2, (at.y + end.y) / 2};
+        events.holdKeys(keys);
+        events.moveTo(at, keys);
+        events.press(screen::MouseButton::left, keys);
+        // Each move by itself, since moves that wait together become one.
+        addNext({[this, middle, keys] { events.moveTo(middle, keys); }, [this, end, keys] { events.moveTo(end, keys); },
+                 [this, keys] {
+                     events.release(screen::MouseButton::left, keys);
+                     events.releaseKeys(keys);
+                 }});
+    }
+
+    void turnWheel(POINT at, int notches) {
+        events.moveTo(at, {});
+        events.turnWheel(notches * WHEEL_DELTA);
+    }
+
     Attempt pickItem(const std::string& text) {
         const HWND top = window();
-        const FoundItem found = shownItem(top, text);
+        const FoundMenuItem found = shownItem(top, text);
         if (found.menu == nullptr)
             return Attempt::notYet("no menu that is open has such an item");
         if ((GetMenuState(found.menu, found.position, MF_BYPOSITION) & (MF_GRAYED | MF_DISABLED)) != 0 &&
@@ -364,68 +319,64 @@ UserScript& UserScript::patience(std::uint32_t milliseconds) {
 }
 
 UserScript& UserScript::click(int control) {
-    impl_->addAtPoint("click on " + std::to_string(control), control, std::nullopt, [impl = impl_.get()](POINT at) {
-        impl->events.moveTo(at, {});
-        impl->events.click(screen::MouseButton::left, {});
-    });
+    impl_->addAtPoint("click on " + std::to_string(control), control, std::nullopt,
+                      [impl = impl_.get()](POINT at) { impl->clickWith(at, {}); });
     return *this;
 }
 
 UserScript& UserScript::clickAt(int control, POINT point, UserKeys keys) {
-    impl_->addAtPoint("click on " + std::to_string(control), control, point, [impl = impl_.get(), keys](POINT at) {
-        impl->events.holdKeys(keys);
-        impl->events.moveTo(at, keys);
-        impl->events.click(screen::MouseButton::left, keys);
-        impl->events.releaseKeys(keys);
-    });
+    impl_->addAtPoint("click on " + std::to_string(control), control, point,
+                      [impl = impl_.get(), keys](POINT at) { impl->clickWith(at, {.keys = keys}); });
     return *this;
 }
 
 UserScript& UserScript::doubleClick(int control) {
     impl_->addAtPoint("double click on " + std::to_string(control), control, std::nullopt,
-                      [impl = impl_.get()](POINT at) { impl->events.doubleClick(at); });
+                      [impl = impl_.get()](POINT at) { impl->clickWith(at, {.twice = true}); });
     return *this;
 }
 
 UserScript& UserScript::doubleClickAt(int control, POINT point) {
     impl_->addAtPoint("double click on " + std::to_string(control), control, point,
-                      [impl = impl_.get()](POINT at) { impl->events.doubleClick(at); });
+                      [impl = impl_.get()](POINT at) { impl->clickWith(at, {.twice = true}); });
     return *this;
 }
 
 UserScript& UserScript::rightClick(int control) {
     impl_->addAtPoint("right click on " + std::to_string(control), control, std::nullopt,
-                      [impl = impl_.get()](POINT at) {
-                          impl->events.moveTo(at, {});
-                          impl->events.click(screen::MouseButton::right, {});
-                      });
+                      [impl = impl_.get()](POINT at) { impl->clickWith(at, {.right = true}); });
     return *this;
 }
 
 UserScript& UserScript::rightClickAt(int control, POINT point) {
-    impl_->addAtPoint("right click on " + std::to_string(control), control, point, [impl = impl_.get()](POINT at) {
-        impl->events.moveTo(at, {});
-        impl->events.click(screen::MouseButton::right, {});
-    });
+    impl_->addAtPoint("right click on " + std::to_string(control), control, point,
+                      [impl = impl_.get()](POINT at) { impl->clickWith(at, {.right = true}); });
     return *this;
 }
 
 UserScript& UserScript::drag(int control, POINT from, POINT to, UserKeys keys) {
     impl_->addAtPoint("drag on " + std::to_string(control), control, from,
-                      [impl = impl_.get(), from, to, keys](POINT at) {
-                          const POINT end{at.x + to.x - from.x, at.y + to.y - from.y};
-                          const POINT middle{(at.x + end.x) / 2, (at.y + end.y) / 2};
-                          impl->events.holdKeys(keys);
-                          impl->events.moveTo(at, keys);
-                          impl->events.press(screen::MouseButton::left, keys);
-                          // Each move by itself, since moves that wait together become one.
-                          impl->addNext({[impl, middle, keys] { impl->events.moveTo(middle, keys); },
-                                         [impl, end, keys] { impl->events.moveTo(end, keys); },
-                                         [impl, keys] {
-                                             impl->events.release(screen::MouseButton::left, keys);
-                                             impl->events.releaseKeys(keys);
-                                         }});
+                      [impl = impl_.get(), way = POINT{to.x - from.x, to.y - from.y}, keys](POINT at) {
+                          impl->dragWith(at, way, keys);
                       });
+    return *this;
+}
+
+UserScript& UserScript::clickPlace(std::string_view name, UserPlaceFinder find, UserClick how) {
+    impl_->addAtPlace("click on " + std::string(name), std::string(name), std::move(find),
+                      [impl = impl_.get(), how](POINT at) { impl->clickWith(at, how); });
+    return *this;
+}
+
+UserScript& UserScript::dragPlace(std::string_view name, UserPlaceFinder find, POINT way, UserKeys keys) {
+    impl_->addAtPlace("drag on " + std::string(name), std::string(name), std::move(find),
+                      [impl = impl_.get(), way, keys](POINT at) { impl->dragWith(at, way, keys); });
+    return *this;
+}
+
+UserScript& UserScript::wheelPlace(std::string_view name, UserPlaceFinder find, int notches) {
+    impl_->addAtPlace("turn the wheel over " + std::string(name), std::string(name), std::move(find),
+                      [impl = impl_.get(), notches](POINT at) { impl->turnWheel(at, notches); });
     return *this;
 }
 
@@ -437,10 +388,7 @@ UserScript& UserScript::moveTo(int control, POINT point) {
 
 UserScript& UserScript::wheel(int control, int notches) {
     impl_->addAtPoint("turn the wheel over " + std::to_string(control), control, std::nullopt,
-                      [impl = impl_.get(), notches](POINT at) {
-                          impl->events.moveTo(at, {});
-                          impl->events.turnWheel(notches * WHEEL_DELTA);
-                      });
+                      [impl = impl_.get(), notches](POINT at) { impl->turnWheel(at, notches); });
     return *this;
 }
 

@@ -33,6 +33,9 @@ struct Picture {
 /// picture. REQUIRES: the rectangle lies within the pixels.
 [[nodiscard]] Picture copyPicture(const std::uint32_t* pixels, int stride, const RECT& part);
 
+/// Each pixel as scale x scale, as a screen with that scale shows it. REQUIRES: a scale of at least 1.
+[[nodiscard]] Picture enlargePicture(const Picture& picture, int scale);
+
 /// Paths are the system's own, in UTF-8. An existing file is replaced; one that can't be written completely is removed.
 /// ERROR_INVALID_PARAMETER for an empty picture, else the code of the file error.
 Status writePng(const std::string& hostPath, const Picture& picture);

@@ -30,6 +30,20 @@ struct UserKeys {
     bool alt = false;
 };
 
+struct UserClick {
+    bool right = false;
+    bool twice = false;
+    UserKeys keys;
+};
+
+/// A place to point at, in client coordinates of a window; without a window what is in the way.
+struct UserPlace {
+    HWND window = nullptr;
+    POINT point{0, 0};
+    std::string trouble;
+};
+using UserPlaceFinder = std::function<UserPlace()>;
+
 class UserScript {
 public:
     /// Works on the current desktop, which has to stand on this screen and outlive the script.
@@ -58,6 +72,13 @@ public:
     UserScript& moveTo(int control, POINT point);
     /// Positive: away from the user.
     UserScript& wheel(int control, int notches);
+
+    // The same on a place that code of the caller finds: it is asked until the place can be pointed at. Failures name
+    // the place by `name`.
+    UserScript& clickPlace(std::string_view name, UserPlaceFinder find, UserClick how = {});
+    /// By `way` from the place.
+    UserScript& dragPlace(std::string_view name, UserPlaceFinder find, POINT way, UserKeys keys = {});
+    UserScript& wheelPlace(std::string_view name, UserPlaceFinder find, int notches);
 
     /// Keys for each character of the text (code page 1252), to whatever has the focus.
     UserScript& type(std::string_view text);

@@ -32,6 +32,17 @@ TEST(Picture, IsTheSameAfterWritingAndReading) {
     EXPECT_EQ(read.picture.pixels, picture.pixels);
 }
 
+TEST(Picture, GrowsByWholePixels) {
+    const Picture picture = samplePicture();
+    const Picture large = enlargePicture(picture, 3);
+    ASSERT_EQ(large.width, 12);
+    ASSERT_EQ(large.height, 12);
+    for (int y = 0; y < large.height; ++y)
+        for (int x = 0; x < large.width; ++x)
+            ASSERT_EQ(large.at(x, y), picture.at(x / 3, y / 3)) << x << ',' << y;
+    EXPECT_TRUE(enlargePicture({}, 2).pixels.empty());
+}
+
 TEST(Picture, TroubleWithFilesIsTold) {
     const TempFolder folder;
     EXPECT_EQ(readPng(folder / "missing.png").status.code(), ERROR_FILE_NOT_FOUND);

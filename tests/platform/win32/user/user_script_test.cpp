@@ -105,6 +105,41 @@ TEST_F(UserScriptTest, WaitsForWhatComesLater) {
     EXPECT_EQ(result, IDOK);
 }
 
+TEST_F(UserScriptTest, PlacesAreAskedForUntilTheyAreThere) {
+    const HWND owner = createOwner();
+    MessageRecorder recorder;
+    recorder.watch(owner);
+    recorder.clear();
+    int asked = 0;
+    const auto find = [&]() -> UserPlace {
+        if (++asked < 3)
+            return {.trouble = "it isn't there"};
+        return {.window = owner, .point = {20, 30}};
+    };
+    script.clickPlace("the place", find, {.twice = true, .keys = {.control = true}})
+        .clickPlace("the place", find, {.right = true})
+        .dragPlace("the place", find, {10, 0})
+        .wheelPlace("the place", find, -2);
+    EXPECT_TRUE(script.finish()) << script.failure();
+    EXPECT_EQ(asked, 6);
+    std::vector<std::pair<UINT, WPARAM>> seen;
+    for (const RecordedMessage& each : recorder.messages())
+        if (each.message > WM_MOUSEFIRST && each.message <= WM_MOUSELAST)
+            seen.emplace_back(each.message, each.wParam);
+    EXPECT_EQ(seen, (std::vector<std::pair<UINT, WPARAM>>{{WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL},
+                                                          {WM_LBUTTONUP, MK_CONTROL},
+                                                          {WM_LBUTTONDOWN, MK_LBUTTON | MK_CONTROL},
+                                                          {WM_LBUTTONUP, MK_CONTROL},
+                                                          {WM_RBUTTONDOWN, MK_RBUTTON},
+                                                          {WM_RBUTTONUP, 0},
+                                                          {WM_LBUTTONDOWN, MK_LBUTTON},
+                                                          {WM_LBUTTONUP, 0},
+                                                          {WM_MOUSEWHEEL, MAKEWPARAM(0, -2 * WHEEL_DELTA)}}));
+    script.patience(100).clickPlace("the place", [] { return UserPlace{.trouble = "it is gone"}; });
+    EXPECT_FALSE(script.finish());
+    EXPECT_EQ(script.failure(), "click on the place: it is gone");
+}
+
 TEST_F(UserScriptTest, DragsMoveStepByStep) {
     const HWND owner = createOwner();
     MessageRecorder recorder;
