@@ -80,7 +80,8 @@ StepResult CommandLine::step() {
     }
     result.problem = std::move(problem_);
     problem_.reset();
-    if (result.problem && invalidAnswers_ == InvalidAnswers::FailCommand)
+    const bool failed = std::exchange(abandoned_, false) || result.problem;
+    if (failed && invalidAnswers_ == InvalidAnswers::FailCommand)
         input_.dropLine();
     host_.documents().releaseClosed();
     return result;
@@ -332,6 +333,11 @@ Answer CommandLine::take(std::string_view prompt, TextForm form) {
 
 /// Takes an answer as it was typed or sent, waiting for the user if need be.
 Answer CommandLine::takeTyped(AnswerForm form, std::string_view prompt) {
+    if (abandoned_) {
+        Answer cancel;
+        cancel.kind = Kind::Cancel;
+        return cancel;
+    }
     host_.documents().deliverSentText();
     while (input_.empty() && source_ && source_->wait(input_, prompt))
         host_.documents().deliverSentText();

@@ -166,6 +166,16 @@ Answer InputQueue::take(AnswerForm form) {
     return {};
 }
 
+std::optional<Answer> InputQueue::takeTypedLine() {
+    if (typed_.atEnd())
+        return std::nullopt;
+    Answer answer = takeLine(typed_);
+    // A cancel takes what is left of its line with it.
+    while (answer.kind == Answer::Kind::Cancel && !typed_.atEnd() && !typed_.lineStart)
+        step(typed_);
+    return answer;
+}
+
 void InputQueue::dropLine() {
     sent_.position = sent_.characters.size();
     while (!typed_.atEnd() && !typed_.lineStart)

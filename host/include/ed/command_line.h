@@ -87,6 +87,11 @@ public:
     /// Keeps the first problem of a step.
     void report(Problem::Kind kind, std::string message);
 
+    /// Gives up the step that runs: until it ends, every prompt that would take typed input is cancelled.
+    void abandonStep() { abandoned_ = stepping_; }
+    /// Line of the typed text in which the command or expression that runs began, from 1.
+    size_t beganLine() const { return beganLine_; }
+
     /// Opens the undo group of the expression that runs at the command line, unless a command is running.
     void openExpressionGroup(const char* name);
 
@@ -137,6 +142,7 @@ private:
     bool cancelFed_ = false; // (command) at a prompt
     bool expressionRefused_ = false;
     bool stepping_ = false;
+    bool abandoned_ = false;
 };
 
 } // namespace vndk::host

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -64,6 +65,8 @@ public:
 
     /// Takes the next answer. An expression that isn't closed when the text ends is given as it is.
     Answer take(AnswerForm form);
+    /// Takes the rest of the line of typed text, leaving what was sent. Nothing when all typed text is used up.
+    std::optional<Answer> takeTypedLine();
     /// Gives up the rest of the current line of typed text and all sent text: after a failure.
     void dropLine();
     /// Line of typed text that is being read, from 1.

@@ -260,6 +260,22 @@ TEST_F(CommandLineTest, unknownNamesInACallAreTold) {
 
 // Text that is sent
 
+TEST_F(CommandLineTest, aStepThatIsGivenUpAsksNobody) {
+    host.commands().addCommand(
+        "TESTS", "GIVEUP", "GIVEUP", 0,
+        [] {
+            Host& current = *Host::current();
+            current.commandLine().abandonStep();
+            current.commandLine().runCommand("CIRCLE");
+        },
+        nullptr, -1, nullptr, nullptr);
+    host.commandLine().setInvalidAnswers(InvalidAnswers::FailCommand);
+    run("GIVEUP 1,1\nCIRCLE 2,2 3\n");
+    EXPECT_FALSE(problem);
+    EXPECT_NE(output.find("*Cancel*"), std::string::npos) << output;
+    EXPECT_EQ(entityCount(), 1U) << "what stands behind it on its line goes, the next line runs";
+}
+
 TEST_F(CommandLineTest, sentTextRunsLaterAndCancelsTheCommandThatAsks) {
     run("TSEND 1,1 TPEEK\n");
     EXPECT_EQ(lisp("sent"), "1");

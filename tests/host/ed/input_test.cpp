@@ -90,6 +90,23 @@ TEST(InputQueue, dropsTheRestOfTheLine) {
     EXPECT_EQ(queue.take(AnswerForm::Word).text, "d");
 }
 
+TEST(InputQueue, givesTypedLinesBesideWhatWasSent) {
+    InputQueue queue;
+    queue.feed("a b c\n (d); e \n\x1B  \nf");
+    queue.send("sent ");
+    EXPECT_EQ(queue.take(AnswerForm::Word).text, "sent");
+    queue.take(AnswerForm::Word);
+    queue.send("later ");
+    EXPECT_EQ(queue.takeTypedLine()->text, "b c");
+    const auto second = queue.takeTypedLine();
+    EXPECT_EQ(second->text, " (d); e ") << "comments and expressions are nothing special";
+    EXPECT_EQ(second->line, 2U);
+    EXPECT_EQ(queue.takeTypedLine()->kind, Answer::Kind::Cancel);
+    EXPECT_EQ(queue.takeTypedLine()->text, "f");
+    EXPECT_FALSE(queue.takeTypedLine());
+    EXPECT_EQ(queue.take(AnswerForm::Word).text, "later");
+}
+
 TEST(InputQueue, survivesAnyBytes) {
     std::string hostile;
     for (int i = 0; i < 4096; ++i)
