@@ -1,11 +1,14 @@
 #include "batch.h"
 
 #include "console.h"
+#include "dialog_driver.h"
 #include "dwg/codepage.h"
 #include "ed/host.h"
+#include "mfc/afx.h"
 #include "start.h"
 #include "utf8.h"
 #include "win32/codepage.h"
+#include "win32/desktop.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -56,17 +59,24 @@ ExitStatus statusOf(const Problem& problem) {
     return problem.kind == Problem::Kind::DrawingFailed ? kDrawingFailed : kCommandFailed;
 }
 
-ExitStatus runScript(Host& host, const Options& options, const std::string& text) {
-    const std::string shownName = options.script == "-" ? "standard input" : options.script;
+void complainAbout(const Problem& problem, const Options& options) {
+    const std::string script = options.script == "-" ? "standard input" : options.script;
+    complain(script + ", line " + std::to_string(problem.line) + ": " + win32::toUtf8(problem.message));
+}
+
+ExitStatus runScript(Host& host, const Options& options, const std::string& text, DialogDriver& driver) {
     ExitStatus worst = kAllWell;
     host.commandLine().setInvalidAnswers(host::InvalidAnswers::FailCommand);
     host.commandLine().input().feed(text);
     for (;;) {
-        const host::StepResult result = host.commandLine().step();
+        host::StepResult result = host.commandLine().step();
+        win32::Desktop::current()->settle();
+        // What a command makes of a dialog that was closed under it matters less than why.
+        if (auto failure = driver.takeFailure())
+            result.problem = std::move(failure);
         if (result.problem) {
             host.freshLine();
-            complain(shownName + ", line " + std::to_string(result.problem->line) + ": " +
-                     win32::toUtf8(result.problem->message));
+            complainAbout(*result.problem, options);
             worst = std::max(worst, statusOf(*result.problem));
             if (!options.keepGoing)
                 return worst;
@@ -76,9 +86,37 @@ ExitStatus runScript(Host& host, const Options& options, const std::string& text
     }
 }
 
+/// Runs the script before a window that nobody sees, so that commands can open their dialogs.
+ExitStatus runOnDesktop(CWinApp& application, Host& host, const Options& options, const std::string& text) {
+    DialogDriver driver(host);
+    win32::Desktop desktop(driver);
+    CFrameWnd frame;
+    const CRect all(0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN));
+    const LPCSTR className = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW));
+    if (!frame.Create(className, "vondrake", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, all)) {
+        complain("The window that dialogs stand before can't be made.");
+        return kCommandFailed;
+    }
+    driver.setMainWindow(frame.m_hWnd);
+    application.m_pMainWnd = &frame;
+    host.setMainWindow(frame.m_hWnd);
+    ExitStatus status = runScript(host, options, text, driver);
+    // Modules take their windows down before the desktop ends.
+    driver.endScript();
+    host.linker().unloadModule("VNDKKeldmoor.arx", false);
+    host.setMainWindow(nullptr);
+    application.m_pMainWnd = nullptr;
+    if (const auto failure = driver.takeFailure()) {
+        host.freshLine();
+        complainAbout(*failure, options);
+        status = std::max(status, kCommandFailed);
+    }
+    return status;
+}
+
 } // namespace
 
-ExitStatus runBatch(Host& host, const Options& options) {
+ExitStatus runBatch(CWinApp& application, Host& host, const Options& options) {
     int error = 0;
     auto script = readScript(options.script, error);
     if (!script) {
@@ -94,7 +132,7 @@ ExitStatus runBatch(Host& host, const Options& options) {
         return kDrawingFailed;
     if (!loadModule(host))
         return kCommandFailed;
-    const ExitStatus status = runScript(host, options, scriptText(std::move(*script)));
+    const ExitStatus status = runOnDesktop(application, host, options, scriptText(std::move(*script)));
     host.freshLine();
     return status;
 }

@@ -104,7 +104,7 @@ ExitStatus run(const Options& options) {
     Profile profile(application);
     host.setProfile(&profile);
     addConvertCommand(host);
-    return options.task == Options::Task::Window ? showWindow(application, host, options) : runBatch(host, options);
+    return options.task == Options::Task::Window ? showWindow(application, host, options) : runBatch(application, host, options);
 }
 
 } // namespace
