@@ -24,7 +24,7 @@ bool same(std::string_view a, std::string_view b) { return win32::compareNoCase(
 
 /// A word, or a text in quotes.
 struct Token {
-    std::string text;
+    std::string text{};
     bool quoted = false;
 
     bool is(std::string_view word) const { return !quoted && same(text, word); }

@@ -33,14 +33,14 @@ struct UserKeys {
 struct UserClick {
     bool right = false;
     bool twice = false;
-    UserKeys keys;
+    UserKeys keys{};
 };
 
 /// A place to point at, in client coordinates of a window; without a window what is in the way.
 struct UserPlace {
     HWND window = nullptr;
     POINT point{0, 0};
-    std::string trouble;
+    std::string trouble{};
 };
 using UserPlaceFinder = std::function<UserPlace()>;
 
