@@ -52,6 +52,10 @@ Answer takeUntil(Text& text, Step&& step, Ends&& ends) {
         if (c == InputQueue::kCancel) {
             answer.kind = Answer::Kind::Cancel;
             answer.text.clear();
+            // A cancel that ends its line is no answer, so the line's end isn't Enter.
+            const std::string_view rest = std::string_view(text.characters).substr(text.position);
+            for (size_t end = rest.starts_with("\r\n") ? 2 : rest.starts_with('\n') ? 1 : 0; end > 0; --end)
+                step(text);
             return answer;
         }
         if (ends(c))
@@ -170,7 +174,7 @@ std::optional<Answer> InputQueue::takeTypedLine() {
     if (typed_.atEnd())
         return std::nullopt;
     Answer answer = takeLine(typed_);
-    // A cancel takes what is left of its line with it.
+    // There a cancel takes what is left of its line with it.
     while (answer.kind == Answer::Kind::Cancel && !typed_.atEnd() && !typed_.lineStart)
         step(typed_);
     return answer;

@@ -51,6 +51,7 @@ TEST(InputQueue, splitsTypedTextIntoAnswers) {
         {"ab\x1B"
          "cd\n",
          "^C|cd"},
+        {"\x1B\nb\x1B\r\n\nc\n", "^C|^C||c"}, // the end of a line that a cancel ends is no Enter
         {"(open", "=(open"},
         {"last", "last"},
         {";", ""},
