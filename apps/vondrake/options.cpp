@@ -104,6 +104,8 @@ private:
             return complain("\"" + names_[most] + "\" is one argument too many.");
         if (options_.scale == kNoScale)
             return complain("The value of --scale is a number from 1 to 4.");
+        if (options_.scale != Options().scale && options_.task != Task::Window)
+            return complain("The option --scale is for the window. In a script PICTURE takes a scale.");
         if (options_.keepGoing && options_.task != Task::Batch)
             return complain("The option --keep-going goes with --batch.");
         if (!names_.empty() && names_[0].empty())

@@ -14,7 +14,7 @@ class Options(Case):
     def test_wrong_usage(self):
         for arguments in ([], ["plan.dwg"], ["--batch"], ["--facts"], ["--nonsense"], ["--facts", "a.dwg", "b.dwg"],
                           ["--batch", "-", "a.dwg", "b.dwg"], ["--facts", "a.dwg", "--batch", "-"], ["--help=yes"],
-                          ["--facts", "a.dwg", "--keep-going"], ["--facts", ""], ["--facts", "a.dwg", "--drive"],
+                          ["--facts", "a.dwg", "--keep-going"], ["--batch", "-", "--scale", "2"], ["--facts", ""], ["--facts", "a.dwg", "--drive"],
                           ["--facts", "a.dwg", "--drive", "C"], ["--facts", "a.dwg", "--drive", "CC=/"],
                           ["--facts", "a.dwg", "--drive", "D=/no/such/folder"]):
             done = self.run_program(*arguments)

@@ -4,7 +4,7 @@ import random
 import struct
 import unittest
 
-from support import Case
+from support import Case, MAKE_DESK
 
 RELOAD = "ARX U VNDKKeldmoor.arx\nARX L VNDKKeldmoor.arx\n"
 TITLE = "Getting Started Tips"
@@ -81,31 +81,10 @@ class Tips(Case):
             self.assertNotIn("can't be closed", done.stderr)
 
 
-MAKE = """ATTDEF
-
-NUMBER
-Number
-1
-0,0 1 0
-ATTDEF
-
-ROOM
-Room
-Office
-0,5 1 0
-LINE 0,-3 10,-3
-
-BLOCK DESK 0,0 ALL
-
-(c:_bInsert "DESK" (list 20 10 0))
-SAVEAS 2000 plan.dwg
-"""
-
-
 class Attributes(Case):
     def setUp(self):
         super().setUp()
-        self.batch(MAKE)
+        self.batch(MAKE_DESK)
 
     def values(self):
         return [a["text"] for r in self.facts("plan.dwg")["references"] for a in r["attributes"]]

@@ -17,6 +17,27 @@ DRAWINGS = os.environ.get("VONDRAKE_DRAWINGS")
 # Sanitizers make everything some ten times slower.
 TIME_LIMIT = 240
 
+# A script that makes plan.dwg with an Intelligent Block of two attributes, whose line is at 25,7.
+MAKE_DESK = """ATTDEF
+
+NUMBER
+Number
+1
+0,0 1 0
+ATTDEF
+
+ROOM
+Room
+Office
+0,5 1 0
+LINE 0,-3 10,-3
+
+BLOCK DESK 0,0 ALL
+
+(c:_bInsert "DESK" (list 20 10 0))
+SAVEAS 2000 plan.dwg
+"""
+
 needs_drawings = unittest.skipUnless(DRAWINGS, "VONDRAKE_DRAWINGS names no folder of real drawings")
 
 
