@@ -162,10 +162,11 @@ int CDialog::DoModal() {
     m_bContinueModal = false;
     if (m_hWnd != nullptr)
         SetWindowPos(nullptr, 0, 0, 0, 0, SWP_HIDEWINDOW | SWP_NOSIZE | SWP_NOMOVE | SWP_NOACTIVATE | SWP_NOZORDER);
-    // The owner takes the activation back before the dialog goes, or another program's window would get it.
+    // The owner takes the activation back before the dialog goes, or another program's window would get it. A dialog
+    // that is hidden already found nobody to leave it to, while the owner was disabled.
     if (disabled)
         ::EnableWindow(owner, TRUE);
-    if (owner != nullptr && ::GetActiveWindow() == m_hWnd)
+    if (owner != nullptr && (::GetActiveWindow() == m_hWnd || ::GetActiveWindow() == nullptr))
         ::SetActiveWindow(owner);
     const int result = m_nModalResult;
     DestroyWindow();
