@@ -3,11 +3,12 @@
 
 import os
 import shutil
+import struct
 import subprocess
 import time
 import unittest
 
-from support import Case, PROGRAM, TIME_LIMIT
+from support import Case, MAKE_DESK, PROGRAM, TIME_LIMIT
 
 TOOLS = ("Xvfb", "xdotool")
 
@@ -110,6 +111,37 @@ class WindowTest(Case):
         self.enter("CIRCLE 5,5 2")
         self.enter(f"SAVEAS 2000 {drawing}")
         self.eventually("the drawing is saved", drawing.exists)
+        self.quit(program)
+
+    def test_attributes_are_edited_by_mouse_and_keys(self):
+        self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
+        self.batch(MAKE_DESK)
+        # The window is as large as the screen that dialogs stand on in batch, so the dialog's place is the same.
+        self.batch("DDATTE 25,7\nPICTURE place.png\nCLICK \"Cancel\"\n", "plan.dwg")
+        width, height = struct.unpack_from(">2L", (self.folder / "place.png").read_bytes(), 16)
+        left, top = (1280 - width) // 2, (800 - height) // 2
+        program = self.start(str(self.folder / "plan.dwg"))
+        window = self.find_window(program)
+
+        def values():
+            return [a["text"] for r in self.facts("plan.dwg")["references"] for a in r["attributes"]]
+
+        def edited():
+            # From the first value by Enter to the second, and from there by Enter to OK. Keys that came too early for
+            # the dialog have been taken for a command, which Escape leaves.
+            self.xdo("key", "Escape")
+            self.enter("DDATTE")
+            self.enter("25,7")
+            time.sleep(1)
+            self.xdo("mousemove", "--window", window, str(left + width // 2), str(top + 75), "click", "1")
+            self.enter("A 42")
+            self.enter("Lab")
+            time.sleep(1)
+            self.enter("QSAVE")
+            time.sleep(1)
+            return values() == ["A 42", "Lab"]
+
+        self.eventually("the values are in the drawing", edited)
         self.quit(program)
 
 
