@@ -32,6 +32,7 @@ protected:
         steps(user);
         user.waitUntilGone();
         const auto result = static_cast<int>(dlg.DoModal());
+        EXPECT_EQ(::GetActiveWindow(), frame.m_hWnd) << "the keyboard goes back to the window before";
         EXPECT_TRUE(user.finish()) << user.failure();
         return result;
     }
