@@ -102,7 +102,7 @@ protected:
                 found.push_back(attribute->defaultText());
         return found;
     }
-    /// The last attribute of an Intelligent Block, or of a plain one.
+    /// The attribute at that place, of either kind of reference.
     static AcDbObjectId attributeOf(AcDbObjectId referenceId, int index) {
         if (const AcDbObjectPointer<VNDKBlockReference> reference(referenceId); reference)
             return reference->getAttribute(index);

@@ -383,13 +383,12 @@ TEST_F(EditAttribute, WhatSomebodyHoldsOpenIsLeftAsItIs) {
     editWhileHeld(attributeOf(intelligent, 1));
     EXPECT_THAT(texts(intelligent), ElementsAre("a", "2", "3")) << "with an Intelligent Block it ends there";
 
-    const AcDbObjectId held = intelligent;
     edit("DDATTE (entnext)", [&](UserScript& user) {
         user.call([&] { host.documents().lockDocument(host.documents().curDocument(), AcAp::kXWrite); });
         typeAll(user);
     });
     EXPECT_EQ(host.documents().curDocument()->lockMode(), AcAp::kXWrite) << "another's lock stays";
-    EXPECT_THAT(texts(held), ElementsAre("a", "2", "3"));
+    EXPECT_THAT(texts(intelligent), ElementsAre("a", "2", "3"));
     host.documents().unlockDocument(host.documents().curDocument());
 }
 

@@ -347,7 +347,7 @@ TEST_F(EditListTest, ScrollingHidesTheBoxAndKeepsWhatWasTyped) {
     make(std::vector<std::string>(30, "value"));
     clickCell(1, 1);
     type("typed");
-    const CRect window = windowRect(list.m_hWnd).left >= 0 ? CRect(windowRect(list.m_hWnd)) : CRect();
+    const RECT window = windowRect(list.m_hWnd);
     const int barX = window.right - 1 - ::GetSystemMetrics(SM_CXVSCROLL) / 2;
     const int thumbY = window.top + 1 + ::GetSystemMetrics(SM_CYVSCROLL) + 4;
     user.drag({barX, thumbY}, {barX, thumbY + 30});
