@@ -1,5 +1,6 @@
 #include "db/open.h"
 
+#include "db/class_of.h"
 #include "db/database.h"
 #include "db/stub.h"
 
@@ -18,6 +19,17 @@ bool AcDbObjectId::isErased() const { return stub_ && stub_->has(kStubErased); }
 AcDbDatabase* AcDbObjectId::database() const { return stub_ ? stub_->database : nullptr; }
 
 AcDbHandle AcDbObjectId::handle() const { return stub_ ? stub_->handle : AcDbHandle(); }
+
+AcRxClass* acdbClassOf(AcDbObjectId id) {
+    AcDbStub* const stub = id.stub();
+    if (!stub)
+        return nullptr;
+    if (!stub->object && stub->bytes && stub->database->source())
+        if (AcRxClass* const known = stub->database->source()->classOf(*stub))
+            return known;
+    const AcDbObject* const object = stub->database->objectOf(*stub);
+    return object ? object->isA() : nullptr;
+}
 
 namespace {
 

@@ -16,6 +16,7 @@ public:
     DrawingSource(AcDbDatabase& database, std::shared_ptr<FileImage> image);
 
     AcDbObject* decode(AcDbStub& stub) override { return codec_.decode(stub); }
+    AcRxClass* classOf(const AcDbStub& stub) override { return codec_.classOf(stub); }
     std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) override;
 
     ObjectCodec& codec() { return codec_; }

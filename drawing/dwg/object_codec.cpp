@@ -92,6 +92,21 @@ AcDbObject* ObjectCodec::decode(AcDbStub& stub) {
     return toStandInClass(object);
 }
 
+AcRxClass* ObjectCodec::classOf(const AcDbStub& stub) const {
+    const uint16_t number = peekType(stub);
+    const ObjectType* const type = typeOf(number);
+    if (!type)
+        return context_.isEntity(number) ? AcDbOpaqueEntity::desc() : AcDbOpaqueObject::desc();
+    if (!acdbHasStandIns(type->desc()))
+        return type->desc();
+    // Extended data may make a class of a library of it.
+    const std::span<const uint8_t> record(stub.bytes, stub.byteCount);
+    ObjectFrame frame;
+    if (!parseFrame(record, context_, frame) || BitReader(stub.bytes, frame.eedBit, frame.eedEndBit).BS() != 0)
+        return nullptr;
+    return type->desc();
+}
+
 AcDbObject* ObjectCodec::decodeFields(AcDbStub& stub, const Record& record) {
     const ObjectType* const type = typeOf(record.frame.type);
     if (!type || type->desc()->isDerivedFrom(AcDbEntity::desc()) != record.frame.isEntity)

@@ -40,6 +40,8 @@ public:
 
     /// A new object, owned by the caller; never null.
     AcDbObject* decode(AcDbStub& stub);
+    /// The class of what decode would give; null where the type alone doesn't tell.
+    AcRxClass* classOf(const AcDbStub& stub) const;
     /// Appends the object's record to `out`. False if it has none but its old bytes: its frame couldn't be read.
     bool encode(const AcDbObject& object, const ChainLinks& links, std::vector<uint8_t>& out);
 
