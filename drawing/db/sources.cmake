@@ -18,5 +18,6 @@ set(DB_SOURCES
   db/symbol_table.cpp
   db/symbol_tables.cpp
   db/undo.cpp
+  db/usage.cpp
   db/xdata.cpp
 )

@@ -8,6 +8,7 @@ set(DWG_OBJECT_SOURCES
   dwg/drawing_source.cpp
   dwg/drawing_writer.cpp
   dwg/extended_data.cpp
+  dwg/mline_style.cpp
   dwg/object_codec.cpp
   dwg/object_types.cpp
   dwg/opaque_codec.cpp
