@@ -145,6 +145,20 @@ Acad::ErrorStatus AcDbCloneRun::cloneRecordContents(const AcDbBlockTableRecord& 
     return target ? cloneContents(original.objectId(), *target) : target.openStatus();
 }
 
+Acad::ErrorStatus AcDbCloneRun::adopt(AcDbObjectId source, AcDbObjectId namesake) {
+    AcDbObject* const original = residentObject(source);
+    const AcDbObjectPointer<AcDbObject> copy(namesake, AcDb::kForWrite);
+    if (!original || !copy || original->isA() != copy->isA())
+        return Acad::eNotThatKindOfClass;
+    if (const Acad::ErrorStatus status = checkSound(*original); status != Acad::eOk)
+        return status;
+    const AcDbObjectId owner = copy->ownerId();
+    copy->assignData(*original);
+    copy->setOwnerRaw(owner);
+    remember(*original, *copy);
+    return Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbCloneRun::cloneNeeded() {
     while (!pending_.empty()) {
         const Pending next = pending_.front();

@@ -24,6 +24,9 @@ public:
     Acad::ErrorStatus cloneEntities(const std::vector<AcDbObjectId>& entities, AcDbBlockTableRecord& target);
     /// The same with all entities of a block.
     Acad::ErrorStatus cloneContents(AcDbObjectId block, AcDbBlockTableRecord& target);
+    /// Gives an object that the destination has already the data of its namesake, which counts as a copy from then on.
+    /// For a new destination, which nobody brings back to a former state.
+    Acad::ErrorStatus adopt(AcDbObjectId source, AcDbObjectId namesake);
     /// Copies what the copies need until nothing is missing.
     Acad::ErrorStatus cloneNeeded();
     /// Turns the references of all copies. Can't fail.

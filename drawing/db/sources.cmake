@@ -19,5 +19,6 @@ set(DB_SOURCES
   db/symbol_tables.cpp
   db/undo.cpp
   db/usage.cpp
+  db/wblock.cpp
   db/xdata.cpp
 )

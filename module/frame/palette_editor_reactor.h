@@ -16,6 +16,7 @@ public:
     void SetBlockList(CBlockListView* pBlockList) { m_pBlockList = pBlockList; }
 
     void endInsert(AcDbDatabase* pTo) override;
+    using AcEditorReactor::beginWblock; // the form with an insertion point stays the base's
     void beginWblock(AcDbDatabase* pTo, AcDbDatabase* pFrom) override;
     void beginWblock(AcDbDatabase* pTo, AcDbDatabase* pFrom, AcDbObjectId blockId) override;
     void endDeepClone(AcDbIdMapping& mapping) override;

@@ -152,6 +152,21 @@ public:
     Acad::ErrorStatus insert(AcDbObjectId& blockId, const char* blockName, AcDbDatabase* source,
                              bool preserveSource = true);
 
+    // Writing out (db/wblock.cpp). A new drawing, the caller's; null on failure. This one stays as it is. Header
+    // variables come along; its model space is current, in world coordinates.
+    /// The objects, and what they need, as the new model space. `basePoint` in world coordinates becomes its origin,
+    /// the axes of the current UCS become its axes. With an entity among them whose geometry isn't known all stays in
+    /// place and the base point becomes INSBASE; eNotApplicable when the axes are turned too. eWrongDatabase,
+    /// eNotThatKindOfClass: not all are entities of this drawing. eDwgNeedsRecovery: something that is needed can't be
+    /// decoded (lastFileError() names it). Viewports stay behind.
+    Acad::ErrorStatus wblock(AcDbDatabase*& output, const std::vector<AcDbObjectId>& objects,
+                             const AcGePoint3d& basePoint);
+    /// The contents of a block as the new model space; its origin becomes INSBASE.
+    Acad::ErrorStatus wblock(AcDbDatabase*& output, AcDbObjectId blockId);
+    /// The whole drawing without the named objects that nothing needs (db/usage.h). Handles stay. eFileInternalErr;
+    /// lastFileError() tells more.
+    Acad::ErrorStatus wblock(AcDbDatabase*& output);
+
     // For the codec and the database's own code.
     struct Tables {
         AcDbObjectId block, layer, style, linetype, view, ucs, viewport, regApp, dimStyle, vx;

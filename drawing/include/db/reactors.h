@@ -3,6 +3,7 @@
 #pragma once
 
 #include "db/object_id.h"
+#include "ge/vector.h"
 #include "rx/class.h"
 
 #include <algorithm>
@@ -61,9 +62,16 @@ public:
     virtual void beginDeepCloneXlation(AcDbIdMapping&) {}
     virtual void abortDeepClone(AcDbIdMapping&) {}
     virtual void endDeepClone(AcDbIdMapping&) {}
-    virtual void beginWblock(AcDbDatabase* /*to*/, AcDbDatabase* /*from*/) {}
+    /// Before a drawing, or a part of it, is written out: the drawing may still be changed.
+    virtual void wblockNotice(AcDbDatabase* /*from*/) {}
+    /// Some objects, whose insertion point, in world coordinates, becomes the origin.
+    virtual void beginWblock(AcDbDatabase* /*to*/, AcDbDatabase* /*from*/, const AcGePoint3d& /*insertionPoint*/) {}
+    /// One block.
     virtual void beginWblock(AcDbDatabase* /*to*/, AcDbDatabase* /*from*/, AcDbObjectId /*blockId*/) {}
+    /// The whole drawing.
+    virtual void beginWblock(AcDbDatabase* /*to*/, AcDbDatabase* /*from*/) {}
     virtual void otherWblock(AcDbDatabase* /*to*/, AcDbIdMapping&, AcDbDatabase* /*from*/) {}
+    virtual void abortWblock(AcDbDatabase* /*to*/) {}
     virtual void endWblock(AcDbDatabase* /*to*/) {}
 };
 
