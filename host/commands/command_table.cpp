@@ -25,6 +25,8 @@ constexpr BuiltInCommand kCommands[] = {
     {"NEW", ACRX_CMD_MODAL, newCommand, kNoGroup, kWithoutDrawing},
     {"OPEN", ACRX_CMD_MODAL, openCommand, kNoGroup, kWithoutDrawing},
     {"PLINE", ACRX_CMD_MODAL, plineCommand},
+    {"PURGE", ACRX_CMD_MODAL, purgeCommand},
+    {"-PURGE", ACRX_CMD_MODAL, purgeCommand},
     {"QSAVE", ACRX_CMD_MODAL, qsaveCommand, kNoGroup},
     {"QUIT", ACRX_CMD_MODAL, quitCommand, kNoGroup, kWithoutDrawing},
     {"REDO", ACRX_CMD_MODAL, redoCommand, kNoGroup},
@@ -35,6 +37,8 @@ constexpr BuiltInCommand kCommands[] = {
     {"U", ACRX_CMD_MODAL, uCommand, kNoGroup},
     {"UCS", ACRX_CMD_MODAL, ucsCommand},
     {"UNDO", ACRX_CMD_MODAL, undoCommand, kNoGroup},
+    {"WBLOCK", ACRX_CMD_MODAL, wblockCommand},
+    {"-WBLOCK", ACRX_CMD_MODAL, wblockCommand},
 };
 
 } // namespace

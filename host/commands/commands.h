@@ -21,6 +21,7 @@ CommandResult eatteditCommand(CommandContext& ctx);
 CommandResult eraseCommand(CommandContext& ctx);
 CommandResult listCommand(CommandContext& ctx);
 CommandResult layerCommand(CommandContext& ctx);
+CommandResult purgeCommand(CommandContext& ctx);
 CommandResult regenCommand(CommandContext& ctx);
 CommandResult setvarCommand(CommandContext& ctx);
 CommandResult ucsCommand(CommandContext& ctx);
@@ -38,5 +39,6 @@ CommandResult openCommand(CommandContext& ctx);
 CommandResult qsaveCommand(CommandContext& ctx);
 CommandResult quitCommand(CommandContext& ctx);
 CommandResult saveasCommand(CommandContext& ctx);
+CommandResult wblockCommand(CommandContext& ctx);
 
 } // namespace vndk::host

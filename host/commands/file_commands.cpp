@@ -1,22 +1,14 @@
 // NEW, OPEN, QSAVE, SAVEAS, CLOSE, QUIT.
 #include "commands/command_tools.h"
 #include "commands/commands.h"
-#include "commands/drawing_files.h"
+#include "commands/written_files.h"
 #include "db/database.h"
 #include "ed/host.h"
 #include "win32/codepage.h"
 
-#include <filesystem>
-
 namespace vndk::host {
 
 namespace {
-
-CommandResult badName(CommandContext& ctx, const std::string& typed) {
-    return ctx.fail("\"" + typed + "\" can't name a drawing: it names a folder, its folder or drive isn't there, or " +
-                        "it has characters that file names can't have.",
-                    FailureKind::Drawing);
-}
 
 CommandResult save(CommandContext& ctx, const DrawingFile& file) {
     ctx.host().linker().tellAll(AcRx::kSaveMsg);
@@ -24,35 +16,6 @@ CommandResult save(CommandContext& ctx, const DrawingFile& file) {
     if (database.saveAs(file.hostPath.c_str()) != Acad::eOk)
         return ctx.fail(win32::fromUtf8Lossy(database.lastFileError()), FailureKind::Drawing);
     return CommandResult::Done;
-}
-
-/// The document that has the file open; null if none.
-AcApDocument* openIn(CommandContext& ctx, const DrawingFile& file) {
-    const std::unique_ptr<AcApDocumentIterator> iterator(ctx.host().documents().newAcApDocumentIterator());
-    for (; !iterator->done(); iterator->step())
-        if (acdbFoldName(iterator->document()->fileName()) == acdbFoldName(file.dosName))
-            return iterator->document();
-    return nullptr;
-}
-
-/// Why no drawing can stand at the path; empty if one can.
-std::string obstacleAt(const DrawingFile& file) {
-    const std::filesystem::path path(file.hostPath);
-    std::error_code ignored;
-    if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
-        return file.dosName + " isn't a file that can be replaced. Choose another name.";
-    if (path.has_parent_path() && !std::filesystem::is_directory(path.parent_path(), ignored))
-        return file.dosName + ": there is no such folder. Make it or choose another one.";
-    return {};
-}
-
-/// False: the file is to stay as it is. EXPERT 2 and more replaces without asking.
-bool mayReplace(CommandContext& ctx, const DrawingFile& file, PromptStatus& status) {
-    status = PromptStatus::Normal;
-    std::error_code ignored;
-    if (!std::filesystem::exists(file.hostPath, ignored) || ctx.host().variables().getShort("EXPERT") >= 2)
-        return true;
-    return askYesNo(ctx, "\nA drawing with this name already exists.\nDo you want to replace it? <N>: ", status);
 }
 
 /// The last question before changes are lost. True when there is nothing to lose.
@@ -118,7 +81,7 @@ CommandResult saveasCommand(CommandContext& ctx) {
     const auto file = drawingFile(name.empty() ? standard : name);
     if (!file)
         return badName(ctx, name);
-    const AcApDocument* const holder = openIn(ctx, *file);
+    const AcApDocument* const holder = documentWith(ctx, *file);
     if (holder && holder != &ctx.document())
         return ctx.fail(file->dosName + " is open as another drawing: close it first or choose another name.",
                         FailureKind::Drawing);

@@ -17,6 +17,7 @@ set(COMMAND_SOURCES
   commands/list_command.cpp
   commands/list_text.cpp
   commands/pline_command.cpp
+  commands/purge_command.cpp
   commands/selection.cpp
   commands/tangent_circle.cpp
   commands/text_command.cpp
@@ -24,5 +25,7 @@ set(COMMAND_SOURCES
   commands/ucs_command.cpp
   commands/undo_commands.cpp
   commands/variable_commands.cpp
+  commands/wblock_command.cpp
   commands/wildcard.cpp
+  commands/written_files.cpp
 )
