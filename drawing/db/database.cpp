@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <filesystem>
 #include <limits>
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
@@ -204,7 +205,21 @@ Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
     return Acad::eOk;
 }
 
-AcDbHostApplicationServices* acdbHostApplicationServices() {
-    static AcDbHostApplicationServices services;
-    return &services;
+Acad::ErrorStatus AcDbHostApplicationServices::findFile(std::string& fullPath, const char* fileName) {
+    fullPath = fileName;
+    std::error_code ignored;
+    return std::filesystem::exists(fullPath, ignored) ? Acad::eOk : Acad::eFileNotFound;
 }
+
+namespace {
+
+AcDbHostApplicationServices* g_services = nullptr;
+
+} // namespace
+
+AcDbHostApplicationServices* acdbHostApplicationServices() {
+    static AcDbHostApplicationServices plain;
+    return g_services ? g_services : &plain;
+}
+
+void acdbSetHostApplicationServices(AcDbHostApplicationServices* services) { g_services = services; }

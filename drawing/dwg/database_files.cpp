@@ -35,6 +35,14 @@ Acad::ErrorStatus statusOf(ErrorKind kind, const char* fileName) {
     return Acad::eFileInternalErr;
 }
 
+constexpr int kDenyWrite = 0x20;
+
+/// Reads a drawing that nobody has open for writing.
+Result<void> readUnlocked(AcDbDatabase& database, const std::string& path) {
+    const Result<void> free = vndk::dwg::DrawingLock::check(path);
+    return free ? vndk::dwg::readDrawing(database, path) : free;
+}
+
 /// Encodes and saves under the file's lock, which the database keeps if it has it.
 Result<void> save(AcDbDatabase& database, const std::string& path) {
     std::unique_ptr<vndk::dwg::DrawingLock> lock;
@@ -52,20 +60,23 @@ Result<void> save(AcDbDatabase& database, const std::string& path) {
 
 } // namespace
 
-Acad::ErrorStatus AcDbDatabase::readDwgFile(const char* fileName, int /*shareMode*/, bool /*allowCPConversion*/) {
+Acad::ErrorStatus AcDbDatabase::readDwgFile(const char* fileName, int shareMode, bool /*allowCPConversion*/) {
     if (!fileName || !*fileName)
         return Acad::eInvalidInput;
     if (!stubs_.empty()) {
         lastFileError_ = "A drawing can only be read into an empty database.";
         return Acad::eNotApplicable;
     }
-    const Result<void> read = vndk::dwg::readDrawing(*this, fileName);
+    std::string path;
+    // A file that isn't found is told by the attempt to read it.
+    (void)acdbHostApplicationServices()->findFile(path, fileName);
+    const Result<void> read = shareMode == kDenyWrite ? readUnlocked(*this, path) : vndk::dwg::readDrawing(*this, path);
     if (!read) {
         lastFileError_ = read.error().message;
-        return statusOf(read.error().kind, fileName);
+        return statusOf(read.error().kind, path.c_str());
     }
     undo_.clear();
-    fileName_ = fileName;
+    fileName_ = path;
     return Acad::eOk;
 }
 

@@ -49,6 +49,11 @@ void writeOwner(int file) {
         return;
 }
 
+Error lockedBy(const std::string& owner, const std::string& drawingPath, const char* advice) {
+    return {ErrorKind::Locked, drawingPath + " is open for writing by " + owner + ". Close it there, " + advice + ".",
+            0};
+}
+
 /// Whether the path still names the locked file: its former owner may have removed it while we waited to open it.
 bool isStillNamed(int file, const std::string& path) {
     struct stat opened;
@@ -72,10 +77,7 @@ Result<std::unique_ptr<DrawingLock>> DrawingLock::acquire(const std::string& dra
         if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
             const std::string owner = ownerFrom(file);
             ::close(file);
-            return Error{ErrorKind::Locked,
-                         drawingPath + " is open for writing by " + owner +
-                             ". Close it there, or save under another name.",
-                         0};
+            return lockedBy(owner, drawingPath, "or save under another name");
         }
         if (isStillNamed(file, lockPath)) {
             writeOwner(file);
@@ -84,6 +86,17 @@ Result<std::unique_ptr<DrawingLock>> DrawingLock::acquire(const std::string& dra
         ::close(file);
     }
     return Error{ErrorKind::Locked, drawingPath + " is being opened and closed by another program. Try again.", 0};
+}
+
+Result<void> DrawingLock::check(const std::string& drawingPath) {
+    const int file = ::open(lockPathFor(drawingPath).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (file < 0)
+        return {}; // whoever locks a drawing leaves a file that others can read
+    // A shared lock keeps no other reader out, and a writer only for this moment.
+    const bool free = ::flock(file, LOCK_SH | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    const std::string owner = free ? std::string() : ownerFrom(file);
+    ::close(file);
+    return free ? Result<void>() : lockedBy(owner, drawingPath, "then try again");
 }
 
 DrawingLock::~DrawingLock() {

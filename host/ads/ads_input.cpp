@@ -16,15 +16,24 @@ using vndk::lisp::Value;
 
 namespace {
 
-constexpr size_t kTextLimit = 132;
+constexpr size_t kKeywordLimit = 132;
+constexpr size_t kTextLimit = 255;
 
 std::string_view textOf(const char* prompt) { return prompt ? prompt : std::string_view(); }
 
-/// Copies as much of the text as a caller's buffer takes.
-void copyText(std::string_view text, char* result) {
-    const size_t length = std::min(text.size(), kTextLimit);
-    std::memcpy(result, text.data(), length);
-    result[length] = 0;
+/// False for a text that a caller's buffer may not take: it is never cut.
+bool copyText(std::string_view text, size_t limit, char* result) {
+    if (text.size() > limit)
+        return false;
+    std::memcpy(result, text.data(), text.size());
+    result[text.size()] = 0;
+    return true;
+}
+
+std::string_view withoutLineEnds(std::string_view text) {
+    const size_t first = text.find_first_not_of("\r\n");
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of("\r\n") + 1 - first);
 }
 
 void copyPoint(const AcGePoint3d& point, ads_point result) {
@@ -88,6 +97,8 @@ int acedAlert(const char* message) {
     if (!host || !message)
         return RTERROR;
     host->alert(message);
+    // Nobody sees an alert of a script, and what follows may count on what it says has failed.
+    host->commandLine().report(Problem::Kind::CommandFailed, std::string(withoutLineEnds(message)));
     return RTNORM;
 }
 
@@ -153,8 +164,8 @@ int acedGetKword(const char* prompt, char* result) {
     if (!host || !result)
         return RTERROR;
     const PromptStatus status = host->prompts().getKeyword(textOf(prompt));
-    if (status == PromptStatus::Normal)
-        copyText(host->prompts().keyword(), result);
+    if (status == PromptStatus::Normal && !copyText(host->prompts().keyword(), kKeywordLimit, result))
+        return RTERROR;
     return code(status);
 }
 
@@ -163,10 +174,10 @@ int acedGetString(int blanks, const char* prompt, char* result) {
     if (!host || !result)
         return RTERROR;
     std::string text;
-    const PromptStatus status =
-        host->prompts().getString(textOf(prompt), blanks ? TextForm::Line : TextForm::Word, text);
+    const TextForm form = blanks ? TextForm::Line : TextForm::Word;
+    const PromptStatus status = host->prompts().getString(textOf(prompt), form, text, kTextLimit);
     if (status == PromptStatus::Normal)
-        copyText(text, result);
+        copyText(text, kTextLimit, result);
     return code(status);
 }
 
@@ -174,8 +185,7 @@ int acedGetInput(char* result) {
     Host* const host = Host::current();
     if (!host || !result || host->prompts().keyword().empty())
         return RTERROR;
-    copyText(host->prompts().keyword(), result);
-    return RTNORM;
+    return copyText(host->prompts().keyword(), kKeywordLimit, result) ? RTNORM : RTERROR;
 }
 
 int acedEntSel(const char* prompt, ads_name entity, ads_point point) {

@@ -70,7 +70,7 @@ void ExternalFunctions::forgetDocument(const AcApDocument& document) {
 Outcome<Value> ExternalFunctions::run(const Function& function, std::span<const Value> args) {
     host_.commandLine().openExpressionGroup(function.name.c_str());
     const ApplicationScope scope(*this, *function.application);
-    Call call{call_, function.code, args, Value(), false, lent_.size()};
+    Call call{call_, function.code, args, Value(), false, lent_.size(), false};
     call_ = &call;
     int status = RTNORM;
     if (const Handler handler = *function.handler)
@@ -79,6 +79,9 @@ Outcome<Value> ExternalFunctions::run(const Function& function, std::span<const 
         function.application->entry(AcRx::kInvkSubrMsg, function.application);
     releaseLent(call.lentFrom);
     call_ = call.outer;
+    if (call.inputEnded)
+        host_.commandLine().report(Problem::Kind::CommandCancelled,
+                                   function.name + " was still asking when the input ended.");
     if (status == RTERROR && !call.hasResult)
         return lisp::Failure{lisp::FailureKind::Error, "application request error: " + function.name};
     return std::move(call.result);

@@ -53,7 +53,8 @@ public:
         std::span<const lisp::Value> args;
         lisp::Value result;
         bool hasResult = false;
-        size_t lentFrom = 0; // first of its entries in lent_
+        size_t lentFrom = 0;     // first of its entries in lent_
+        bool inputEnded = false; // a prompt of its own found no more input
     };
     /// The innermost call; null outside of one.
     Call* call() const { return call_; }

@@ -31,8 +31,7 @@ auto markOf(const std::string& path) {
                            status.st_mtim.tv_nsec);
 }
 
-/// What went wrong with the database's file; the file layer names files as the system does.
-std::string fileErrorOf(const AcDbDatabase& database) { return vndk::win32::fromUtf8Lossy(database.lastFileError()); }
+constexpr int kShareWithAll = 0x40; // a drawing that others have open can be opened too, for reading
 
 } // namespace
 
@@ -86,6 +85,11 @@ void AcApDocManager::removeReactor(AcApDocManagerReactor* reactor) { reactors_.r
 
 void AcApDocManager::tell(Event event, AcApDocument* document) {
     reactors_.tell([event, document](AcApDocManagerReactor& reactor) { (reactor.*event)(document); });
+}
+
+/// The file layer names files as the system does.
+std::string AcApDocManager::fileErrorOf(const AcDbDatabase& database) {
+    return vndk::win32::fromUtf8Lossy(database.lastFileError());
 }
 
 Acad::ErrorStatus AcApDocManager::fail(Acad::ErrorStatus status, std::string message) {
@@ -219,7 +223,7 @@ Acad::ErrorStatus AcApDocManager::appContextNewDocument(const char* templateName
         if (!path)
             return fail(Acad::eFileNotFound, std::string("The template \"") + templateName +
                                                  "\" can't be a file's name. Give a path on a mapped drive.");
-        if (const Acad::ErrorStatus status = database->readDwgFile(path->c_str()); status != Acad::eOk)
+        if (const Acad::ErrorStatus status = database->readDwgFile(path->c_str(), kShareWithAll); status != Acad::eOk)
             return fail(status, fileErrorOf(*database));
     }
     auto document = std::unique_ptr<AcApDocument>(
@@ -254,7 +258,7 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const char* fileName) {
 Acad::ErrorStatus AcApDocManager::readAndLock(AcApDocument& document, const std::string& path) {
     AcDbDatabase& database = *document.database();
     const auto mark = markOf(path);
-    if (const Acad::ErrorStatus status = database.readDwgFile(path.c_str()); status != Acad::eOk)
+    if (const Acad::ErrorStatus status = database.readDwgFile(path.c_str(), kShareWithAll); status != Acad::eOk)
         return fail(status, fileErrorOf(database));
     lockFile(document);
     if (!document.isReadOnly() && markOf(path) != mark)

@@ -14,7 +14,7 @@ CommandResult save(CommandContext& ctx, const DrawingFile& file) {
     ctx.host().linker().tellAll(AcRx::kSaveMsg);
     AcDbDatabase& database = ctx.database();
     if (database.saveAs(file.hostPath.c_str()) != Acad::eOk)
-        return ctx.fail(win32::fromUtf8Lossy(database.lastFileError()), FailureKind::Drawing);
+        return ctx.fail(AcApDocManager::fileErrorOf(database), FailureKind::Drawing);
     return CommandResult::Done;
 }
 

@@ -312,7 +312,9 @@ Answer CommandLine::ask(std::string_view prompt, TextForm form) {
     else
         answer = take(prompt, form);
     const bool ended = answer.kind == Kind::End;
-    if (!running_.empty()) {
+    if (ExternalFunctions::Call* const call = host_.externals().call(); call && running_.empty()) {
+        call->inputEnded = ended;
+    } else if (!running_.empty()) {
         running_.back()->cancelled = ended || answer.kind == Kind::Cancel;
         running_.back()->inputEnded = ended;
     }

@@ -1,6 +1,7 @@
 #include "ed/host.h"
 
 #include "ads/external_functions.h"
+#include "ap/host_services.h"
 #include "ed/program_resources.h"
 #include "rx/registry.h"
 
@@ -15,10 +16,12 @@ Host* g_current = nullptr;
 } // namespace
 
 Host::Host()
-    : former_(g_current), resources_(std::make_unique<ProgramResources>()), linker_(*this), variables_(*this),
-      prompts_(*this), commandLine_(*this), externals_(std::make_unique<ExternalFunctions>(*this)),
+    : former_(g_current), resources_(std::make_unique<ProgramResources>()),
+      services_(std::make_unique<HostServices>(*this)), formerServices_(acdbHostApplicationServices()), linker_(*this),
+      variables_(*this), prompts_(*this), commandLine_(*this), externals_(std::make_unique<ExternalFunctions>(*this)),
       documents_(std::make_unique<AcApDocManager>(*this)) {
     g_current = this;
+    acdbSetHostApplicationServices(services_.get());
     for (const BuiltInCommand& row : builtInCommands())
         commands_.addBuiltIn(row);
     registerServices();
@@ -31,6 +34,7 @@ Host::~Host() {
     removeServices();
     documents_.reset();
     externals_.reset();
+    acdbSetHostApplicationServices(formerServices_);
     g_current = former_;
 }
 
@@ -38,13 +42,13 @@ Host* Host::current() { return g_current; }
 
 void Host::registerServices() {
     AcRxDictionary& registry = *acrxSysRegistry();
-    formerServices_["DynamicLinker"] = registry.atPut("DynamicLinker", &linker_);
-    formerServices_["AcEditor"] = registry.atPut("AcEditor", &editor_);
-    formerServices_["ACAD_REGISTERED_COMMANDS"] = registry.atPut("ACAD_REGISTERED_COMMANDS", &commands_);
+    formerEntries_["DynamicLinker"] = registry.atPut("DynamicLinker", &linker_);
+    formerEntries_["AcEditor"] = registry.atPut("AcEditor", &editor_);
+    formerEntries_["ACAD_REGISTERED_COMMANDS"] = registry.atPut("ACAD_REGISTERED_COMMANDS", &commands_);
 }
 
 void Host::removeServices() {
-    for (const auto& [name, former] : formerServices_) {
+    for (const auto& [name, former] : formerEntries_) {
         if (former)
             acrxSysRegistry()->atPut(name.c_str(), former);
         else

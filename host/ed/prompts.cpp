@@ -258,14 +258,16 @@ PromptStatus Prompts::getKeyword(std::string_view prompt) {
     return lastStatus_ = status == PromptStatus::Keyword ? PromptStatus::Normal : status;
 }
 
-PromptStatus Prompts::getString(std::string_view prompt, TextForm form, std::string& text) {
+PromptStatus Prompts::getString(std::string_view prompt, TextForm form, std::string& text, size_t limit) {
     rules_.keywords.clear();
+    rules_.bits &= ~kAnyText;
     std::string taken;
-    const PromptStatus status = ask(prompt, form, "Requires text.", [&](const Answer& answer, int) {
+    const std::string complaint = "The text may have " + std::to_string(limit) + " characters at most.";
+    const PromptStatus status = ask(prompt, form, complaint, [&](const Answer& answer, int) {
         taken = answer.kind == Kind::Text ? answer.text : lisp::toText(answer.value, lisp::PrintStyle::Display);
         if (form == TextForm::FileName && taken.size() >= 2 && taken.front() == '"' && taken.back() == '"')
             taken = taken.substr(1, taken.size() - 2);
-        return true;
+        return taken.size() <= limit;
     });
     if (status == PromptStatus::Cancelled || status == PromptStatus::Error)
         return status;

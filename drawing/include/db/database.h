@@ -42,10 +42,11 @@ public:
     ~AcDbDatabase() override;
 
     // Files.
-    /// Reads a drawing into this database, which must be empty. `shareMode` and `allowCPConversion` are accepted for
-    /// the interface's sake: the file is read whole at once, and saves replace files whole, so no writer can disturb
-    /// (lockDrawing in dwg/drawing_reader.h keeps others from saving); text is always converted to code page 1252.
-    /// eFileNotFound, eFileAccessErr, eFileSharingViolation, eNotADwgFile, eDwgVersionUnsupported,
+    /// Reads a drawing into this database, which must be empty. The host's findFile tells where the file is. With
+    /// `shareMode` 0x20 (deny write) a drawing that anybody has open for writing, this program too, is refused; 0x40
+    /// (deny none) reads it as it was last saved: the file is read whole at once, and saves replace files whole, so no
+    /// writer can disturb. `allowCPConversion` is accepted for the interface's sake: text is always converted to code
+    /// page 1252. eFileNotFound, eFileAccessErr, eFileSharingViolation, eNotADwgFile, eDwgVersionUnsupported,
     /// eBadDwgFile; lastFileError() tells more.
     Acad::ErrorStatus readDwgFile(const char* fileName, int shareMode = 0x20, bool allowCPConversion = false);
     /// Writes the drawing in release-15 format; an existing file becomes fileName's .bak. The file is either the
@@ -213,9 +214,15 @@ private:
     bool headerModified_ = false;
 };
 
-/// Services that the database asks of its host.
+/// Services that the database asks of its host. What a host doesn't override works for a program without one.
 class AcDbHostApplicationServices {
 public:
+    virtual ~AcDbHostApplicationServices() = default;
+
+    /// The system's path of a file that a caller names: `fileName` itself here; a host knows other forms of names and
+    /// places to look. `fullPath` is set in any case, for messages. eFileNotFound.
+    virtual Acad::ErrorStatus findFile(std::string& fullPath, const char* fileName);
+
     AcDbDatabase* workingDatabase() const { return working_; }
     void setWorkingDatabase(AcDbDatabase* database) { working_ = database; }
 
@@ -223,4 +230,7 @@ private:
     AcDbDatabase* working_ = nullptr;
 };
 
+/// The services in use; never null.
 AcDbHostApplicationServices* acdbHostApplicationServices();
+/// Puts a host's services in place of those in use, not owned; null brings back the plain ones.
+void acdbSetHostApplicationServices(AcDbHostApplicationServices* services);

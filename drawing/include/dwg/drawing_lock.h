@@ -18,6 +18,9 @@ public:
     /// program or another, and with CannotWrite when the folder takes no lock file (the drawing can only be read).
     static Result<std::unique_ptr<DrawingLock>> acquire(const std::string& drawingPath);
 
+    /// Fails with Locked while a lock of the drawing is held, in this program or another. Leaves no lock file.
+    static Result<void> check(const std::string& drawingPath);
+
     ~DrawingLock();
     DrawingLock(const DrawingLock&) = delete;
     DrawingLock& operator=(const DrawingLock&) = delete;

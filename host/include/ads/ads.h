@@ -46,6 +46,7 @@ int acedRetList(const resbuf* list);
 /// Prints to the command line as printf does.
 int acutPrintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 int acedPrompt(const char* text);
+/// Shows the message until the user has read it. The script that runs has failed at this line.
 int acedAlert(const char* message);
 /// An application's complaint about itself, on a line of its own.
 int acdbFail(const char* message);
@@ -61,9 +62,10 @@ int acedGetReal(const char* prompt, ads_real* result);
 int acedGetInt(const char* prompt, int* result);
 /// `result` takes up to 132 characters and the closing zero.
 int acedGetKword(const char* prompt, char* result);
-/// With `blanks` the text may hold blanks. `result` takes up to 132 characters and the closing zero.
+/// With `blanks` the text may hold blanks. `result` takes up to 255 characters and the closing zero; a longer answer is
+/// refused with a message and asked for again.
 int acedGetString(int blanks, const char* prompt, char* result);
-/// The keyword after RTKWORD. `result` takes up to 132 characters and the closing zero.
+/// The keyword after RTKWORD. `result` takes up to 132 characters and the closing zero; RTERROR for a longer text.
 int acedGetInput(char* result);
 /// RTERROR when nothing is picked.
 int acedEntSel(const char* prompt, ads_name entity, ads_point point);

@@ -30,8 +30,15 @@ struct CommandMemory;
 
 namespace AcAp {
 
-enum DocLockMode { kNone = 0x00, kAutoWrite = 0x01, kNotLocked = 0x02, kWrite = 0x04, kProtectedAutoWrite = 0x14,
-                   kRead = 0x20, kXWrite = 0x40 };
+enum DocLockMode {
+    kNone = 0x00,
+    kAutoWrite = 0x01,
+    kNotLocked = 0x02,
+    kWrite = 0x04,
+    kProtectedAutoWrite = 0x14,
+    kRead = 0x20,
+    kXWrite = 0x40
+};
 
 } // namespace AcAp
 
@@ -82,9 +89,8 @@ public:
     virtual void documentCreated(AcApDocument* /*document*/) {}
     virtual void documentToBeDestroyed(AcApDocument* /*document*/) {}
     virtual void documentCreateCanceled(AcApDocument* /*document*/) {}
-    virtual void documentLockModeWillChange(AcApDocument*, AcAp::DocLockMode /*myCurrent*/,
-                                            AcAp::DocLockMode /*myNew*/, AcAp::DocLockMode /*current*/,
-                                            const char* /*globalCmdName*/) {}
+    virtual void documentLockModeWillChange(AcApDocument*, AcAp::DocLockMode /*myCurrent*/, AcAp::DocLockMode /*myNew*/,
+                                            AcAp::DocLockMode /*current*/, const char* /*globalCmdName*/) {}
     virtual void documentLockModeChangeVetoed(AcApDocument*, const char* /*globalCmdName*/) {}
     virtual void documentLockModeChanged(AcApDocument*, AcAp::DocLockMode /*myPrevious*/,
                                          AcAp::DocLockMode /*myCurrent*/, AcAp::DocLockMode /*current*/,
@@ -154,6 +160,8 @@ public:
     Acad::ErrorStatus closeDocument(AcApDocument* document);
     /// A sentence about the last failure of the calls above.
     const std::string& lastError() const { return lastError_; }
+    /// A sentence about the last failure of a database to read or write its file, as text for the command line.
+    static std::string fileErrorOf(const AcDbDatabase& database);
     /// After SAVEAS: the drawing now has that file, a full name in the DOS form, and locks it.
     void renameDocument(AcApDocument& document, std::string fileName);
 

@@ -74,6 +74,7 @@ public:
     /// Unloads everything, the last one first, locks or not.
     void unloadAll();
     void addSupportFolder(std::string hostPath) { supportFolders_.push_back(std::move(hostPath)); }
+    const std::vector<std::string>& supportFolders() const { return supportFolders_; }
 
 private:
     using Application = vndk::host::LoadedApplication;

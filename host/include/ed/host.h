@@ -25,11 +25,13 @@
 #include <string>
 #include <string_view>
 
+class AcDbHostApplicationServices;
 class AcRxObject;
 
 namespace vndk::host {
 
 class ExternalFunctions;
+class HostServices;
 class ProgramResources;
 
 /// A registry of the user's settings, section by section; the app hands in the real one.
@@ -97,6 +99,8 @@ private:
 
     Host* former_;
     std::unique_ptr<ProgramResources> resources_;
+    std::unique_ptr<HostServices> services_;
+    AcDbHostApplicationServices* formerServices_;
     std::function<void(std::string_view)> print_;
     std::function<void(std::string_view)> alert_;
     ProfileStore* profile_ = nullptr;
@@ -108,7 +112,7 @@ private:
     CommandLine commandLine_;
     std::unique_ptr<ExternalFunctions> externals_;
     std::unique_ptr<AcApDocManager> documents_;
-    std::map<std::string, AcRxObject*> formerServices_;
+    std::map<std::string, AcRxObject*> formerEntries_;
     bool atLineStart_ = true;
     bool quit_ = false;
     HWND mainWindow_ = nullptr;

@@ -34,15 +34,15 @@ struct Answer;
 /// Values are those of the published interface.
 enum class PromptStatus : int {
     Normal = RTNORM,
-    None = RTNONE,       ///< Enter
-    Keyword = RTKWORD,   ///< see keyword()
-    Cancelled = RTCAN,   ///< Escape, or no more input
-    Error = RTERROR,     ///< the answer can't be taken and the run doesn't ask twice; for picks: nothing there
+    None = RTNONE,     ///< Enter
+    Keyword = RTKWORD, ///< see keyword()
+    Cancelled = RTCAN, ///< Escape, or no more input
+    Error = RTERROR,   ///< the answer can't be taken and the run doesn't ask twice; for picks: nothing there
 };
 
 /// Bits of initGet.
 enum PromptRule : int {
-    kNoEmpty = 1,       ///< Enter is no answer
+    kNoEmpty = 1, ///< Enter is no answer
     kNoZero = 2,
     kNoNegative = 4,
     kNoLimitsCheck = 8,
@@ -80,8 +80,8 @@ public:
     PromptStatus getInt(std::string_view prompt, int& number);
     /// Asks for one of the keywords of initGet; Normal with keyword() set, None for Enter.
     PromptStatus getKeyword(std::string_view prompt);
-    /// Normal also for an empty text.
-    PromptStatus getString(std::string_view prompt, TextForm form, std::string& text);
+    /// Normal also for an empty text. A text of more than `limit` characters is no answer.
+    PromptStatus getString(std::string_view prompt, TextForm form, std::string& text, size_t limit = std::string::npos);
     /// An entity: picked at a point (pick aperture of the current space), or given by name (from LISP), or `L` for the
     /// last one. Error when nothing lies there.
     PromptStatus entSel(std::string_view prompt, AcDbObjectId& entity, AcGePoint3d& pickPoint);

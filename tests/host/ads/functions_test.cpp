@@ -36,6 +36,13 @@ int quiet() {
     return 0;
 }
 
+int asks() {
+    acedInitGet(128, "Yes No"); // these rules are no text's
+    char text[256] = "untouched";
+    const int result = acedGetString(1, "\nText: ", text);
+    return acedRetStr((std::to_string(result) + text).c_str());
+}
+
 int changes() {
     resbuf value;
     value.restype = RTREAL;
@@ -179,4 +186,22 @@ TEST_F(FunctionsTest, unknownModulesGiveAMessageAndLoadNothing) {
     EXPECT_FALSE(acrxLoadModule(nullptr, false));
     EXPECT_FALSE(acrxUnloadModule("nosuch.arx"));
     EXPECT_EQ(acrxLoadedApps(), nullptr);
+}
+
+TEST_F(FunctionsTest, textsComeWholeOrNotAtAll) {
+    define("ASKS", 0, asks);
+    const std::string longest(255, 'x');
+    EXPECT_NE(run("(asks)\n" + longest + "\n").find("\"5100" + longest + '"'), std::string::npos);
+    const std::string again = run("(asks)\n" + longest + "y\nshort one\n");
+    EXPECT_NE(again.find("The text may have 255 characters at most.\nText: short one"), std::string::npos) << again;
+    EXPECT_NE(again.find("\"5100short one\""), std::string::npos);
+    EXPECT_FALSE(problem);
+    host.commandLine().setInvalidAnswers(InvalidAnswers::FailCommand);
+    EXPECT_NE(run("(asks)\n" + longest + "y\n").find("\"-5001untouched\""), std::string::npos);
+    EXPECT_TRUE(problem && problem->kind == Problem::Kind::InvalidAnswer);
+    // A cancel is no failure, but the end of the input is.
+    EXPECT_NE(run("(asks)\n\x1B").find("\"-5002untouched\""), std::string::npos);
+    EXPECT_FALSE(problem);
+    EXPECT_NE(run("(asks)\n").find("\"-5002untouched\""), std::string::npos);
+    EXPECT_TRUE(problem && problem->message == "ASKS was still asking when the input ended.");
 }
