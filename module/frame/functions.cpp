@@ -4,6 +4,7 @@
 #include "attributes/edit_attribute_dlg.h"
 #include "frame/unavailable.h"
 #include "insertion/insert_block.h"
+#include "insertion/insert_file.h"
 
 #include <iterator>
 
@@ -16,7 +17,7 @@ struct FunctionRow {
 
 /// The row's index is the function code that the host gives back.
 const FunctionRow g_functionTable[] = {
-    {"c:_binsertfile", InsertFileUnavailable},
+    {"c:_binsertfile", InsertFileFunction},
     {"c:_binsert", InsertBlockFunction},
     {"c:ddatte", EditAttributesFunction},
 };

@@ -13,9 +13,3 @@ void Tell(UINT id) { acutPrintf("%s", static_cast<LPCSTR>(LoadResString(id))); }
 void TellNoPalette() { Tell(IDS_NO_PALETTE_YET); }
 
 void TellNoAttributeEditor() { Tell(IDS_NO_ATTRIBUTE_EDITOR_YET); }
-
-int InsertFileUnavailable() {
-    Tell(IDS_NO_FILE_INSERTION_YET);
-    acedRetVoid();
-    return 0;
-}

@@ -3,6 +3,3 @@
 
 void TellNoPalette();
 void TellNoAttributeEditor();
-
-/// A LISP function.
-int InsertFileUnavailable();

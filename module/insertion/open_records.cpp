@@ -21,6 +21,11 @@ AcDbBlockTableRecord* OpenBlockForRead(CString name) {
     return pRecord;
 }
 
+bool BlockExists(CString name) {
+    const COpened<AcDbBlockTable> table(OpenBlockTable());
+    return table && table->has(name);
+}
+
 AcDbBlockTableRecord* OpenCurrentSpace() {
     const COpened<AcDbBlockTable> table(OpenBlockTable());
     AcDbBlockTableRecord* pSpace = nullptr;

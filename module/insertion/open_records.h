@@ -4,6 +4,8 @@
 #include "db/database.h"
 #include "mfc/afx.h"
 
+#include <utility>
+
 /// The block of that name, open for read; the caller closes it. Null without a working database, or if the block
 /// table doesn't open or has no such name.
 AcDbBlockTableRecord* OpenBlockForRead(CString name);
@@ -11,6 +13,9 @@ AcDbBlockTableRecord* OpenBlockForRead(CString name);
 /// The record that new entities go into: "*Model_Space" while TILEMODE is on, else "*Paper_Space". Open for write; the
 /// caller closes it. Null without a working database or when a step fails.
 AcDbBlockTableRecord* OpenCurrentSpace();
+
+/// Is there a block of that name? False without a working database, or if the block table doesn't open.
+bool BlockExists(CString name);
 
 /// Closes an object at the end of its scope, or deletes it if it never came into a drawing.
 template <class T>
@@ -29,6 +34,9 @@ public:
             delete m_pObject;
         m_pObject = pObject;
     }
+
+    /// Lets go of what is held without closing it.
+    T* Detach() { return std::exchange(m_pObject, nullptr); }
 
     T* get() const { return m_pObject; }
     T* operator->() const { return m_pObject; }

@@ -20,11 +20,12 @@
 #define IDS_NO_SUCH_BLOCK 901
 #define IDS_BLOCK_NOT_READABLE 902
 #define IDS_SPACE_NOT_WRITABLE 903
+#define IDS_NOT_A_BLOCK_NAME 904
+#define IDS_HOLDS_OWN_NAME 905
 
 // What isn't part of the module yet.
 #define IDS_NO_PALETTE_YET 951
 #define IDS_NO_ATTRIBUTE_EDITOR_YET 952
-#define IDS_NO_FILE_INSERTION_YET 953
 
 // Dialogs. A page's controls may have the numbers of other dialogs' controls.
 #define IDD_ENHANCED_ATTRIBUTES 262
