@@ -105,6 +105,25 @@ class Insertion(Case):
                    "SAVEAS 2000 new.dwg\n", None, "--keep-going")
         self.assertEqual(self.facts("new.dwg")["references"], [])
 
+    def test_a_drawing_comes_in_with_answers(self):
+        """The file is made by one run, and inserted by another."""
+        self.batch(definition("OWNER", 0, 0, 10, 20, 2.5) + definition("ROOM", 0, 0, 10, 10, 2.5)
+                   + "SAVEAS 2000 desk.dwg\n")
+        self.batch('(c:_bInsertFile "desk.dwg" (list 1.0 2.0 0.0))\nJürgen Groß\n\nCIRCLE 0,0 5\nSAVEAS 2000 new.dwg\n')
+        facts = self.facts("new.dwg")
+        (reference,) = facts["references"]
+        self.assertEqual(reference["original_name"], "desk")
+        self.assertEqual([(x["tag"], x["text"], x["default"]) for x in reference["attributes"]],
+                         [("OWNER", "Jürgen Groß", "owner value"), ("ROOM", "room value", "room value")])
+        self.assertEqual(facts["counts"]["CIRCLE"], 1)
+        self.assertEqual(facts["warnings"], [])
+
+    def test_a_script_fails_where_a_drawing_cannot_come_in(self):
+        done = self.batch('LINE 0,0 1,1\n\n(c:_bInsertFile "none.dwg" (list 0.0 0.0 0.0))\nSAVEAS 2000 new.dwg\n', status=1)
+        self.assertIn("line 3: Could not load drawing selected. Perhaps it is open by another user.", done.stderr)
+        self.assertIn("none.dwg can't be opened: No such file or directory.", done.stdout)
+        self.assertFalse((self.folder / "new.dwg").exists())
+
     @needs_drawings
     def test_into_real_drawings(self):
         kept = total = 0
