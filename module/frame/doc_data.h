@@ -23,8 +23,13 @@ public:
     /// Null while nothing is watched.
     const CDocBlockWatcher* blockWatcher() const { return m_pBlockWatcher.get(); }
 
+    /// The plain reference that an Intelligent Block replaced last in this document; null at first.
+    AcDbObjectId lastUpgradedRef() const { return m_lastUpgradedRef; }
+    void SetLastUpgradedRef(AcDbObjectId id) { m_lastUpgradedRef = id; }
+
 private:
     std::unique_ptr<CDocBlockWatcher> m_pBlockWatcher;
+    AcDbObjectId m_lastUpgradedRef;
 };
 
 /// The records of all documents. One static instance, which is there before process attach and goes after process

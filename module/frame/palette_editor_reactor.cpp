@@ -2,7 +2,6 @@
 
 #include "ads/ads.h"
 #include "frame/palette_views.h"
-#include "mfc/afx.h"
 
 CPaletteEditorReactor::~CPaletteEditorReactor() = default;
 
@@ -31,8 +30,3 @@ void CPaletteEditorReactor::beginWblock(AcDbDatabase* /*pTo*/, AcDbDatabase* /*p
 }
 
 void CPaletteEditorReactor::endDeepClone(AcDbIdMapping& /*mapping*/) { RefreshBlockList(); }
-
-void CPaletteEditorReactor::commandEnded(const char* cmdStr) {
-    if (CString(cmdStr).CompareNoCase("PURGE") == 0)
-        RefreshBlockList();
-}

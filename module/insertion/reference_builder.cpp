@@ -6,6 +6,8 @@
 #include "resources/resource.h"
 #include "rx/registry.h"
 
+#include <memory>
+
 namespace {
 
 VNDKBlockReference* MakeReference(AcDbObjectId blockId, const CString& name, const CPlacement& placement,
@@ -21,7 +23,20 @@ VNDKBlockReference* MakeReference(AcDbObjectId blockId, const CString& name, con
     return pReference;
 }
 
-/// The record of that id, open for read. Null if it doesn't open or is something else.
+/// Puts the attribute of one definition into the space and ties it to the reference.
+Acad::ErrorStatus AddAttribute(AcDbAttributeDefinition* pDefinition, VNDKBlockReference* pReference,
+                               AcDbBlockTableRecord* pSpace, CAttributeRoad& road) {
+    const COpened<VNDKAttribute> attribute(MakeAttribute(pDefinition, pReference));
+    road.OnMade(pDefinition, attribute.get());
+    AcDbObjectId attributeId;
+    const Acad::ErrorStatus status = pSpace->appendAcDbEntity(attributeId, attribute.get());
+    road.OnAppended(pDefinition, attribute.get());
+    pReference->appendAttribute(AcDbHardOwnershipId(attributeId));
+    return status;
+}
+
+} // namespace
+
 AcDbBlockTableRecord* OpenDefinition(AcDbObjectId blockId) {
     AcDbObject* pObject = nullptr;
     if (acdbOpenAcDbObject(pObject, blockId, AcDb::kForRead, false) != Acad::eOk)
@@ -32,8 +47,6 @@ AcDbBlockTableRecord* OpenDefinition(AcDbObjectId blockId) {
         acrx_abort("Failed AcDbObject::close()");
     return nullptr;
 }
-
-} // namespace
 
 bool ReadInsertionArguments(CString& name, AcGePoint3d& position) {
     const resbuf* pArgument = acedGetArgs();
@@ -61,36 +74,27 @@ UINT CReferenceBuilder::Build(AcDbObjectId blockId, const CString& name, const C
         m_reference->erase();
         return IDS_BLOCK_NOT_READABLE;
     }
-    AcDbBlockTableRecordIterator* pIterator = nullptr;
-    m_definition->newIterator(pIterator, true, true);
-    m_iterator.reset(pIterator);
     return 0;
 }
 
-void CReferenceBuilder::AddAttributes(CAttributeRoad& road) {
-    for (m_iterator->start(true, true); !m_iterator->done(); m_iterator->step(true, true)) {
+Acad::ErrorStatus AddAttributes(AcDbBlockTableRecord* pDefinition, VNDKBlockReference* pReference,
+                                AcDbBlockTableRecord* pSpace, CAttributeRoad& road, Acad::ErrorStatus status) {
+    AcDbBlockTableRecordIterator* pIterator = nullptr;
+    pDefinition->newIterator(pIterator, true, true);
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(pIterator);
+    for (iterator->start(true, true); !iterator->done(); iterator->step(true, true)) {
         AcDbEntity* pOpened = nullptr;
-        if (m_iterator->getEntity(pOpened, AcDb::kForWrite, false) != Acad::eOk)
+        if (iterator->getEntity(pOpened, AcDb::kForWrite, false) != Acad::eOk)
             continue;
         const COpened<AcDbEntity> entity(pOpened);
-        AcDbAttributeDefinition* pDefinition = AcDbAttributeDefinition::cast(pOpened);
-        if (pDefinition && road.Takes(pDefinition) && !pDefinition->isConstant())
-            AddAttribute(pDefinition, road);
+        AcDbAttributeDefinition* pFound = AcDbAttributeDefinition::cast(pOpened);
+        if (pFound && road.Takes(pFound) && !pFound->isConstant())
+            status = AddAttribute(pFound, pReference, pSpace, road);
     }
-}
-
-/// Puts the attribute of one definition into the space and ties it to the reference.
-void CReferenceBuilder::AddAttribute(AcDbAttributeDefinition* pDefinition, CAttributeRoad& road) {
-    const COpened<VNDKAttribute> attribute(MakeAttribute(pDefinition, m_reference.get()));
-    road.OnMade(pDefinition, attribute.get());
-    AcDbObjectId attributeId;
-    m_space->appendAcDbEntity(attributeId, attribute.get());
-    road.OnAppended(pDefinition, attribute.get());
-    m_reference->appendAttribute(AcDbHardOwnershipId(attributeId));
+    return status;
 }
 
 void CReferenceBuilder::CloseDefinition() {
     CloseSpace();
-    m_iterator.reset();
     m_definition.Attach(nullptr);
 }

@@ -6,8 +6,6 @@
 #include "insertion/open_records.h"
 #include "objects/block_reference.h"
 
-#include <memory>
-
 class AcDbAttributeDefinition;
 class VNDKAttribute;
 
@@ -35,6 +33,15 @@ public:
     virtual void OnAppended(AcDbAttributeDefinition*, VNDKAttribute*) {}
 };
 
+/// The definition of that id, open for read; the caller closes it. Null if it doesn't open or is something else.
+AcDbBlockTableRecord* OpenDefinition(AcDbObjectId blockId);
+
+/// Puts an attribute into the space, beside the reference and tied to it, for each definition that the road takes. All
+/// are open, the definition for read and the others for write, and stay so. What the last attribute's append gave;
+/// `status` if there was none.
+Acad::ErrorStatus AddAttributes(AcDbBlockTableRecord* pDefinition, VNDKBlockReference* pReference,
+                                AcDbBlockTableRecord* pSpace, CAttributeRoad& road, Acad::ErrorStatus status);
+
 /// An Intelligent Block that is being built. Its space (open for write), its definition (for read) and the reference
 /// (for write) stay open until they are closed here, or with this object, in that order.
 class CReferenceBuilder {
@@ -46,7 +53,9 @@ public:
     /// such reference now.
     UINT Build(AcDbObjectId blockId, const CString& name, const CPlacement& placement, const AcGePoint3d& base);
     /// Makes an attribute beside the reference for each definition that the road takes.
-    void AddAttributes(CAttributeRoad& road);
+    void AddAttributes(CAttributeRoad& road) {
+        ::AddAttributes(m_definition.get(), m_reference.get(), m_space.get(), road, Acad::eOk);
+    }
 
     void CloseSpace() { m_space.Attach(nullptr); }
     /// Closes the space, if it is open, and the definition.
@@ -55,10 +64,7 @@ public:
     VNDKBlockReference* DetachReference() { return m_reference.Detach(); }
 
 private:
-    void AddAttribute(AcDbAttributeDefinition* pDefinition, CAttributeRoad& road);
-
     COpened<VNDKBlockReference> m_reference;
     COpened<AcDbBlockTableRecord> m_definition;
-    std::unique_ptr<AcDbBlockTableRecordIterator> m_iterator;
     COpened<AcDbBlockTableRecord> m_space;
 };
