@@ -12,6 +12,7 @@ set(DB_SOURCES
   db/object_xdata.cpp
   db/open.cpp
   db/reactors.cpp
+  db/redefine_block.cpp
   db/resbuf.cpp
   db/savepoint.cpp
   db/stand_in.cpp

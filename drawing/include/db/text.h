@@ -116,7 +116,9 @@ public:
     bool isConstant() const { return attribute_.flags & 2; }
     bool isVerifiable() const { return attribute_.flags & 4; }
     bool isPreset() const { return attribute_.flags & 8; }
-    /// Takes text, style, size, modes and flags from the definition and its points through the block's transform.
+    /// Takes text, style, size, modes and flags from the definition and its points through the block's transform; where
+    /// that scales unevenly, height, width factor and oblique angle follow. The caller puts the block's base point into
+    /// the transform. eInvalidInput: the transform is singular.
     Acad::ErrorStatus setAttributeFromBlock(const class AcDbAttributeDefinition* definition,
                                             const AcGeMatrix3d& blockTransform);
 
