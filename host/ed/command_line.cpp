@@ -29,6 +29,8 @@ AnswerForm answerForm(TextForm form, bool evaluatesText) {
     switch (form) {
     case TextForm::Word:
         return AnswerForm::Word;
+    case TextForm::Name:
+        return AnswerForm::Name;
     case TextForm::FileName:
         return AnswerForm::LineOrExpression;
     case TextForm::Line:
@@ -367,7 +369,7 @@ Answer CommandLine::takeOuter(TextForm form, std::string_view prompt) {
         Answer answer = takeTyped(answerForm(form, evaluatesText), prompt);
         if (!evaluatesText)
             return answer;
-        if (form == TextForm::Word && runTransparent(answer))
+        if ((form == TextForm::Word || form == TextForm::Name) && runTransparent(answer))
             continue;
         if (evaluate(answer))
             return answer;

@@ -137,13 +137,17 @@ Answer InputQueue::takeExpression(Text& text) {
     return answer;
 }
 
-Answer InputQueue::takeWord(Text& text) {
+Answer InputQueue::takeWord(Text& text, bool quoted) {
     skipComments(text);
     if (text.atEnd())
         return {};
     if (text.characters[text.position] == '(')
         return takeExpression(text);
-    return takeUntil(text, step, [](char c) { return c == '\n' || isBlank(c); });
+    bool inQuotes = false;
+    return takeUntil(text, step, [&](char c) {
+        inQuotes ^= quoted && c == '"';
+        return c == '\n' || (isBlank(c) && !inQuotes);
+    });
 }
 
 Answer InputQueue::takeLine(Text& text) {
@@ -157,8 +161,8 @@ Answer InputQueue::take(AnswerForm form) {
         if (text->atEnd())
             continue;
         Answer answer;
-        if (form == AnswerForm::Word)
-            answer = takeWord(*text);
+        if (form == AnswerForm::Word || form == AnswerForm::Name)
+            answer = takeWord(*text, form == AnswerForm::Name);
         else if (form == AnswerForm::LineOrExpression && text->characters[text->position] == '(')
             answer = takeExpression(*text);
         else

@@ -241,6 +241,25 @@ PromptStatus Prompts::getReal(std::string_view prompt, double& number) {
     });
 }
 
+PromptStatus Prompts::getRealOrPoint(std::string_view prompt, double& number, std::optional<AcGePoint3d>& point) {
+    AcGePoint3d given;
+    const PromptStatus status =
+        ask(prompt, TextForm::Word, "Requires a number other than zero, a point, or option keyword.",
+            [&](const Answer& answer, int bits) {
+                point.reset();
+                if (const auto taken = numberOf(answer)) {
+                    number = *taken;
+                    return within(number, bits);
+                }
+                if (takePoint(answer, given))
+                    point = given;
+                return point.has_value();
+            });
+    if (status == PromptStatus::Normal && point)
+        remember(*point);
+    return status;
+}
+
 PromptStatus Prompts::getInt(std::string_view prompt, int& number) {
     return ask(prompt, TextForm::Word, "Requires an integer value.", [&](const Answer& answer, int bits) {
         const auto taken = numberOf(answer);
@@ -267,6 +286,8 @@ PromptStatus Prompts::getString(std::string_view prompt, TextForm form, std::str
         taken = answer.kind == Kind::Text ? answer.text : lisp::toText(answer.value, lisp::PrintStyle::Display);
         if (form == TextForm::FileName && taken.size() >= 2 && taken.front() == '"' && taken.back() == '"')
             taken = taken.substr(1, taken.size() - 2);
+        if (form == TextForm::Name)
+            std::erase(taken, '"');
         return taken.size() <= limit;
     });
     if (status == PromptStatus::Cancelled || status == PromptStatus::Error)

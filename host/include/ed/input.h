@@ -30,6 +30,7 @@ public:
 /// How much an answer takes.
 enum class AnswerForm {
     Word, ///< ends at a blank or the line's end; `(` begins an expression
+    Name, ///< as Word, but blanks between quotes belong to it
     Line, ///< ends at the line's end; always text
     LineOrExpression,
 };
@@ -84,7 +85,7 @@ private:
     };
 
     static void skipComments(Text& text);
-    static Answer takeWord(Text& text);
+    static Answer takeWord(Text& text, bool quoted);
     static Answer takeLine(Text& text);
     static Answer takeExpression(Text& text);
     static void step(Text& text);

@@ -23,6 +23,7 @@
 #include "db/resbuf.h"
 #include "ge/matrix3d.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -53,6 +54,7 @@ enum PromptRule : int {
 
 enum class TextForm {
     Word,     ///< a blank ends it
+    Name,     ///< a blank ends it, unless it stands between quotes; the quotes are taken off
     Line,     ///< blanks are part of it; no expressions unless TEXTEVAL is 1
     FileName, ///< blanks are part of it; quotes around it are taken off; expressions are evaluated
 };
@@ -78,6 +80,8 @@ public:
     PromptStatus getOrient(std::string_view prompt, double& radians, const AcGePoint3d* base = nullptr);
     PromptStatus getReal(std::string_view prompt, double& number);
     PromptStatus getInt(std::string_view prompt, int& number);
+    /// A number, or a point that stands for something else; `point` is empty for a number.
+    PromptStatus getRealOrPoint(std::string_view prompt, double& number, std::optional<AcGePoint3d>& point);
     /// Asks for one of the keywords of initGet; Normal with keyword() set, None for Enter.
     PromptStatus getKeyword(std::string_view prompt);
     /// Normal also for an empty text. A text of more than `limit` characters is no answer.

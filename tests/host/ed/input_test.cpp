@@ -7,12 +7,12 @@ using namespace vndk::host;
 namespace {
 
 /// All answers of a text as words, each shown with a letter for its kind.
-std::string words(std::string_view text) {
+std::string words(std::string_view text, AnswerForm form = AnswerForm::Word) {
     InputQueue queue;
     queue.feed(text);
     std::string shown;
     for (;;) {
-        const Answer answer = queue.take(AnswerForm::Word);
+        const Answer answer = queue.take(form);
         if (answer.kind == Answer::Kind::End)
             return shown;
         if (!shown.empty())
@@ -59,6 +59,11 @@ TEST(InputQueue, splitsTypedTextIntoAnswers) {
     };
     for (const Case& c : cases)
         EXPECT_EQ(words(c.text), c.answers) << c.text;
+}
+
+TEST(InputQueue, keepsBlanksBetweenQuotesInNames) {
+    EXPECT_EQ(words("\"a b\" c\nd=\"e f\".dwg \"open g\nh\n", AnswerForm::Name), "\"a b\"|c|d=\"e f\".dwg|\"open g|h");
+    EXPECT_EQ(words("\"a b\"\n"), "\"a|b\"") << "not in other answers";
 }
 
 TEST(InputQueue, keepsBlanksOfLinesAndKnowsTheLineNumber) {
