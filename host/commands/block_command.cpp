@@ -1,10 +1,9 @@
 // BLOCK: makes a block of objects of the drawing, which go into it.
+#include "commands/block_tools.h"
 #include "commands/commands.h"
 #include "commands/selection.h"
-#include "commands/wildcard.h"
 #include "db/block_reference.h"
 #include "db/database.h"
-#include "db/id_mapping.h"
 #include "ed/host.h"
 
 #include <algorithm>
@@ -12,26 +11,6 @@
 namespace vndk::host {
 
 namespace {
-
-PromptStatus listBlocks(CommandContext& ctx) {
-    std::string pattern;
-    const PromptStatus status = ctx.prompts().getString("\nEnter block(s) to list <*>: ", TextForm::Word, pattern);
-    if (status != PromptStatus::Normal)
-        return status;
-    ctx.print("\nDefined blocks.");
-    size_t user = 0, unnamed = 0;
-    for (const AcDbObjectId id : sortedRecords(ctx.database().blockTableId())) {
-        const AcDbObjectPointer<AcDbBlockTableRecord> record(id);
-        if (!record || record->isLayout())
-            continue;
-        const bool anonymous = record->name().starts_with('*');
-        ++(anonymous ? unnamed : user);
-        if (!anonymous && matchesWildcard(record->name(), pattern.empty() ? "*" : pattern))
-            ctx.print("\n  \"" + record->name() + "\"");
-    }
-    ctx.print("\nUser blocks: " + std::to_string(user) + "  Unnamed blocks: " + std::to_string(unnamed));
-    return status;
-}
 
 /// Asks until there is a name that can be used; `existing` is the block that is to be redefined.
 PromptStatus askName(CommandContext& ctx, std::string& name, AcDbObjectId& existing) {
@@ -52,8 +31,7 @@ PromptStatus askName(CommandContext& ctx, std::string& name, AcDbObjectId& exist
         existing = findRecord<AcDbBlockTable>(ctx.database().blockTableId(), name);
         if (existing.isNull() || ctx.host().variables().getShort("EXPERT") >= 2)
             return status;
-        const bool redefine =
-            askYesNo(ctx, "\nBlock \"" + name + "\" already exists.  Redefine it? [Yes/No] <N>: ", status);
+        const bool redefine = askRedefine(ctx, name, status);
         if (status != PromptStatus::Normal || redefine)
             return status;
     }
@@ -86,22 +64,6 @@ AcDbObjectId addRecord(AcDbDatabase& database, const std::string& name) {
         return {};
     record.release()->close();
     return id;
-}
-
-/// Copies the objects into the record and moves the copies by `toBlock`. On a failure the copies are erased again.
-Acad::ErrorStatus copyInto(AcDbDatabase& database, const std::vector<AcDbObjectId>& objects, AcDbObjectId record,
-                           const AcGeMatrix3d& toBlock) {
-    AcDbIdMapping mapping(&database, &database);
-    Acad::ErrorStatus status = database.deepCloneObjects(objects, record, mapping);
-    for (size_t i = 0; i < objects.size() && status == Acad::eOk; ++i) {
-        const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(objects[i]), AcDb::kForWrite);
-        status = copy ? copy->transformBy(toBlock) : copy.openStatus();
-    }
-    if (status != Acad::eOk)
-        for (const AcDbObjectId id : objects)
-            if (const AcDbObjectId copy = mapping.lookUp(id); !copy.isNull())
-                eraseEntity(copy);
-    return status;
 }
 
 /// What stood in a block before it was redefined.

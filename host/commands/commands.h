@@ -16,6 +16,8 @@ CommandResult textCommand(CommandContext& ctx);
 CommandResult attdefCommand(CommandContext& ctx);
 CommandResult blockCommand(CommandContext& ctx);
 CommandResult eatteditCommand(CommandContext& ctx);
+CommandResult insertCommand(CommandContext& ctx);
+CommandResult minsertCommand(CommandContext& ctx);
 
 // What is there.
 CommandResult eraseCommand(CommandContext& ctx);

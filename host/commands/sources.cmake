@@ -5,6 +5,7 @@ set(COMMAND_SOURCES
   commands/arx_command.cpp
   commands/attdef_command.cpp
   commands/block_command.cpp
+  commands/block_tools.cpp
   commands/circle_command.cpp
   commands/command_table.cpp
   commands/command_tools.cpp
@@ -12,6 +13,10 @@ set(COMMAND_SOURCES
   commands/eattedit_command.cpp
   commands/erase_command.cpp
   commands/file_commands.cpp
+  commands/insert_attributes.cpp
+  commands/insert_command.cpp
+  commands/insert_placement.cpp
+  commands/insert_source.cpp
   commands/layer_command.cpp
   commands/line_command.cpp
   commands/list_command.cpp
