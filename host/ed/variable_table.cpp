@@ -93,6 +93,16 @@ V spacePoint(Host&, AcApDocument* document) {
     return AcGePoint3d(p.x, p.y, p.z);
 }
 
+/// Both spaces have a base point, which the user sees in the coordinate system in force.
+bool setBasePoint(AcApDocument& document, const AcGePoint3d& point) {
+    const AcGePoint3d world = ucsToWorld(*document.database()) * point;
+    const bool model = document.database()->header().TILEMODE;
+    document.database()->changeHeader("INSBASE", [&](dwg::HeaderVariables& header) {
+        (model ? header.INSBASE : header.PINSBASE) = {world.x, world.y, world.z};
+    });
+    return true;
+}
+
 /// The view of the current space; that of a new drawing where the file has none.
 dwg::ActiveView viewOf(const AcDbDatabase& database) {
     return dwg::activeView(database).value_or(dwg::ActiveView{{6, 4.5, 0}, 9});
@@ -171,7 +181,12 @@ const VariableRow kRows[] = {
     VNDK_HEADER(FILLETRAD, Real, 0, kMost),
     VNDK_HEADER(FILLMODE, Short, 0, 1),
     VNDK_READ(HANDLES, Short, Drawing, constant<1>),
-    VNDK_HEADER(INSBASE, Point3, kAny, kNone),
+    {"INSBASE", VariableType::Point3, VariableAccess::ReadWrite, VariablePlace::Header, kAny, kNone, "",
+     [](Host& h, AcApDocument* d) -> V {
+         const V world = spacePoint<&HV::INSBASE, &HV::PINSBASE>(h, d);
+         return ucsToWorld(db(d)).inverse() * std::get<AcGePoint3d>(world);
+     },
+     [](Host&, AcApDocument& d, const V& v) { return setBasePoint(d, std::get<AcGePoint3d>(v)); }},
     VNDK_KEPT(INSNAME, Text, Session, kAny, kNone, ""),
     VNDK_HEADER(INSUNITS, Short, 0, 20),
     {"LASTPOINT", VariableType::Point3, VariableAccess::ReadWrite, VariablePlace::Drawing, kAny, kNone, "",

@@ -21,6 +21,9 @@ TEST_F(SettingsTest, setvarSetsByType) {
         {"SETVAR USERS1 two words\n", "(getvar \"USERS1\")", "\"two words\""},
         {"SETVAR USERS1 x\nSETVAR USERS1 .\n", "(getvar \"USERS1\")", "\"\""},
         {"SETVAR INSBASE 1,2,3\n", "(getvar \"INSBASE\")", "(1.0 2.0 3.0)"},
+        {"UCS O 10,0\nSETVAR INSBASE 1,2,3\nUCS W\n", "(getvar \"INSBASE\")", "(11.0 2.0 3.0)"},
+        {"SETVAR INSBASE 1,2,3\nTILEMODE 0\nINSBASE 7,7,7\n", "(getvar \"INSBASE\")", "(7.0 7.0 7.0)"},
+        {"SETVAR INSBASE 1,2,3\nTILEMODE 0\nINSBASE 7,7,7\nTILEMODE 1\n", "(getvar \"INSBASE\")", "(1.0 2.0 3.0)"},
         {"SETVAR CLAYER nolayer\n", "(getvar \"CLAYER\")", "\"0\""},
         {"LINE 0,0 'SETVAR LTSCALE 4 1,0\n\n", "(getvar \"LTSCALE\")", "4.0"},
         // A variable's name stands for SETVAR and the name.
