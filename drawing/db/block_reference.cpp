@@ -124,7 +124,8 @@ Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
                    plane.scale() * data_.scale.sz};
     if (const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved); status != Acad::eOk)
         return status;
-    return subentities_.transformBy(*this, matrix);
+    const Acad::ErrorStatus status = subentities_.transformBy(*this, matrix);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 namespace {

@@ -45,7 +45,8 @@ Acad::ErrorStatus AcDbLine::transformBy(const AcGeMatrix3d& matrix) {
     moved.normal = data_.thickness < 0 ? -extrusion.normal() : extrusion.normal();
     if (data_.thickness != 0)
         moved.thickness = std::copysign(extrusion.length(), data_.thickness);
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbLine::getGeomExtents(AcDbExtents& extents) const {
@@ -92,7 +93,8 @@ Acad::ErrorStatus AcDbCircle::transformBy(const AcGeMatrix3d& matrix) {
     moved.center = plane.point(data_.center);
     moved.radius *= plane.scale();
     moved.thickness *= plane.scale();
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbCircle::getGeomExtents(AcDbExtents& extents) const {
@@ -168,7 +170,8 @@ Acad::ErrorStatus AcDbArc::transformBy(const AcGeMatrix3d& matrix) {
     moved.endAngle = plane.angle(data_.endAngle);
     if (plane.mirrors()) // a mirrored arc runs the other way round
         std::swap(moved.startAngle, moved.endAngle);
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbArc::getGeomExtents(AcDbExtents& extents) const {
@@ -201,7 +204,8 @@ Acad::ErrorStatus transformRay(AcDbObject& object, AcDbRay::Data& data, const Ac
     moved.base = matrix * data.base;
     if (unitVector(matrix * data.direction, moved.direction) != Acad::eOk)
         return Acad::eDegenerateGeometry;
-    return acdbSetMember(object, data, moved);
+    const Acad::ErrorStatus status = acdbSetMember(object, data, moved);
+    return status == Acad::eOk ? object.xDataTransformBy(matrix) : status;
 }
 
 } // namespace

@@ -61,7 +61,8 @@ Acad::ErrorStatus AcDbEllipse::transformBy(const AcGeMatrix3d& matrix) {
         moved.startParam = 2 * kAcGePi - data_.endParam;
         moved.endParam = 2 * kAcGePi - data_.startParam;
     }
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbEllipse::getGeomExtents(AcDbExtents& extents) const {
@@ -125,7 +126,7 @@ Acad::ErrorStatus AcDbSpline::transformBy(const AcGeMatrix3d& matrix) {
         point = matrix * point;
     data_.startTangent = matrix * data_.startTangent;
     data_.endTangent = matrix * data_.endTangent;
-    return Acad::eOk;
+    return xDataTransformBy(matrix);
 }
 
 Acad::ErrorStatus AcDbSpline::getGeomExtents(AcDbExtents& extents) const {

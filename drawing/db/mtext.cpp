@@ -60,7 +60,7 @@ Acad::ErrorStatus AcDbMText::transformBy(const AcGeMatrix3d& matrix) {
     data_.height *= scale;
     data_.extentsWidth *= scale;
     data_.extentsHeight *= scale;
-    return Acad::eOk;
+    return xDataTransformBy(matrix);
 }
 
 Acad::ErrorStatus AcDbMText::getGeomExtents(AcDbExtents& extents) const {

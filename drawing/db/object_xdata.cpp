@@ -2,8 +2,10 @@
 #include "db/database.h"
 #include "db/object.h"
 #include "db/xdata.h"
+#include "ge/matrix3d.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -171,4 +173,53 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
     if (status == Acad::eOk)
         *packedXDataForWrite() = std::move(result);
     return status;
+}
+
+namespace {
+
+/// The item as its entity's transform leaves it, packed; empty for items that stay as they are.
+std::string transformedItem(const AcDbXDataItem& item, const AcGeMatrix3d& matrix, double scale) {
+    const AcGeVector3d v(item.real[0], item.real[1], item.real[2]);
+    std::string bytes;
+    AcDbXDataWriter out(bytes);
+    const auto write = [&](const AcGeVector3d& moved) { out.point(item.code, moved.x, moved.y, moved.z); };
+    switch (item.code) {
+    case 11:
+        write((matrix * (AcGePoint3d::kOrigin + v)).asVector());
+        break;
+    case 12:
+        write(matrix * v);
+        break;
+    case 13: {
+        const AcGeVector3d turned = matrix * v;
+        write(turned.isZeroLength() ? v : turned * (v.length() / turned.length()));
+        break;
+    }
+    case 41:
+    case 42:
+        out.real(item.code, item.real[0] * scale);
+        break;
+    default:
+        break;
+    }
+    return bytes;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbObject::xDataTransformBy(const AcGeMatrix3d& matrix) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status != Acad::eOk || !packedXData())
+        return status;
+    const double scale = std::cbrt(std::fabs(matrix.det()));
+    for (AcDbXDataGroup& group : packedXDataForWrite()->groups) {
+        const std::string former = group.items;
+        AcDbXDataReader reader(former);
+        AcDbXDataItem item;
+        while (reader.next(item)) {
+            const std::string bytes = transformedItem(item, matrix, scale);
+            group.items.replace(reader.position() - bytes.size(), bytes.size(), bytes);
+        }
+    }
+    return Acad::eOk;
 }

@@ -19,7 +19,8 @@ Acad::ErrorStatus AcDbPoint::transformBy(const AcGeMatrix3d& matrix) {
         moved.thickness *= plane.scale();
         moved.ecsRotation = plane.angle(data_.ecsRotation);
     }
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbPoint::getGeomExtents(AcDbExtents& extents) const {

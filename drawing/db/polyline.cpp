@@ -117,7 +117,7 @@ Acad::ErrorStatus AcDbPolyline::transformBy(const AcGeMatrix3d& matrix) {
     data_.constantWidth *= plane.scale();
     data_.thickness *= plane.scale();
     data_.normal = plane.normal();
-    return Acad::eOk;
+    return xDataTransformBy(matrix);
 }
 
 namespace {

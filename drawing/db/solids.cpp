@@ -36,7 +36,8 @@ Acad::ErrorStatus AcDbFilledArea::transformBy(const AcGeMatrix3d& matrix) {
     moved.elevation = plane.elevation(data_.elevation);
     moved.thickness *= plane.scale();
     moved.normal = plane.normal();
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbFilledArea::getGeomExtents(AcDbExtents& extents) const {
@@ -65,7 +66,8 @@ Acad::ErrorStatus AcDbFace::transformBy(const AcGeMatrix3d& matrix) {
     Data moved = data_;
     for (AcGePoint3d& corner : moved.corners)
         corner = matrix * corner;
-    return acdbSetMember(*this, data_, moved);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_, moved);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbFace::getGeomExtents(AcDbExtents& extents) const {

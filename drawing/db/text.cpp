@@ -131,7 +131,7 @@ Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) {
     data_.rotation = plane.angle(plane.mirrors() ? data_.rotation + kAcGePi : data_.rotation);
     if (plane.mirrors())
         data_.generation ^= 2;
-    return Acad::eOk;
+    return xDataTransformBy(matrix);
 }
 
 Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {

@@ -18,7 +18,8 @@ ACDB_DXF_DEFINE_MEMBERS(AcDbPolyFaceMesh, AcDbVertexOwner, "POLYLINE", "")
 // Vertices
 
 Acad::ErrorStatus AcDbVertex::transformBy(const AcGeMatrix3d& matrix) {
-    return acdbSetMember(*this, data_.position, matrix * data_.position);
+    const Acad::ErrorStatus status = acdbSetMember(*this, data_.position, matrix * data_.position);
+    return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
 Acad::ErrorStatus AcDbVertex::getGeomExtents(AcDbExtents& extents) const {
@@ -71,7 +72,10 @@ Acad::ErrorStatus AcDbVertexOwner::appendVertex(AcDbEntity* vertex) {
 
 Acad::ErrorStatus AcDbVertexOwner::transformBy(const AcGeMatrix3d& matrix) {
     const Acad::ErrorStatus status = assertWriteEnabled();
-    return status == Acad::eOk ? subentities_.transformBy(*this, matrix) : status;
+    if (status != Acad::eOk)
+        return status;
+    const Acad::ErrorStatus parts = subentities_.transformBy(*this, matrix);
+    return parts == Acad::eOk ? xDataTransformBy(matrix) : parts;
 }
 
 Acad::ErrorStatus AcDbVertexOwner::getGeomExtents(AcDbExtents& extents) const {
@@ -125,7 +129,7 @@ Acad::ErrorStatus AcDb2dPolyline::transformBy(const AcGeMatrix3d& matrix) {
     data_.startWidth *= plane.scale();
     data_.endWidth *= plane.scale();
     data_.normal = plane.normal();
-    return result;
+    return result == Acad::eOk ? xDataTransformBy(matrix) : result;
 }
 
 Acad::ErrorStatus AcDb2dPolyline::getGeomExtents(AcDbExtents& extents) const {

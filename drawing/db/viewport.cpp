@@ -15,7 +15,7 @@ Acad::ErrorStatus AcDbViewport::transformBy(const AcGeMatrix3d& matrix) {
     data_.center = matrix * data_.center;
     data_.width *= matrix.scale();
     data_.height *= matrix.scale();
-    return Acad::eOk;
+    return xDataTransformBy(matrix);
 }
 
 Acad::ErrorStatus AcDbViewport::getGeomExtents(AcDbExtents& extents) const {

@@ -96,6 +96,9 @@ public:
     /// it removes. The list stays the caller's. eRegappIdNotFound: the application isn't registered in the
     /// database; eXdataSizeExceeded: more than 16 KB; eInvalidResBuf: a group code that xdata can't hold.
     Acad::ErrorStatus setXData(const resbuf* xdata);
+    /// Transforms what follows its entity: places (1011), displacements (1012), directions (1013), distances (1041)
+    /// and scale factors (1042). Entities call it in their transformBy.
+    Acad::ErrorStatus xDataTransformBy(const class AcGeMatrix3d& matrix);
     /// The packed form, for the codec. Null if there is none.
     const AcDbXData* packedXData() const;
     AcDbXData* packedXDataForWrite();

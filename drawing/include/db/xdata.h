@@ -60,7 +60,7 @@ public:
     /// False at the end and at a damaged item (then damaged() is true).
     bool next(AcDbXDataItem& item);
     bool damaged() const { return damaged_; }
-    /// Where the next item begins. A handle is the last eight bytes of its item.
+    /// Where the next item begins. A handle and numbers are the last bytes of their item.
     size_t position() const { return position_; }
 
 private:

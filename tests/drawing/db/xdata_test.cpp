@@ -1,7 +1,9 @@
 #include "database_fixture.h"
 
 #include "db/xdata.h"
+#include "ge/matrix3d.h"
 
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -45,7 +47,11 @@ TEST_F(XData, ComesBackAsItWentIn) {
         if (acdbGroupCodeToType(a->restype) == RTSTR)
             EXPECT_STREQ(a->resval.rstring, b->resval.rstring);
         else
-            EXPECT_EQ(std::memcmp(&a->resval, &b->resval, a->restype == 1070 ? 2 : a->restype == 1071 ? 4 : 8), 0)
+            EXPECT_EQ(std::memcmp(&a->resval, &b->resval,
+                                  a->restype == 1070   ? 2
+                                  : a->restype == 1071 ? 4
+                                                       : 8),
+                      0)
                 << a->restype;
     }
     EXPECT_TRUE(!a && !b) << "lists of the same length";
@@ -78,13 +84,46 @@ TEST_F(XData, RefusesWhatAFileCannotHold) {
     acutRelRb(bare);
 }
 
+TEST_F(XData, FollowsItsEntity) {
+    database.registerApplication("APP");
+    const AcDbObjectId id = appendLine();
+    const AcDbObjectPointer<AcDbLine> line(id, AcDb::kForWrite);
+    resbuf* tail = nullptr;
+    resbuf* const head = text(tail, 1001, "APP");
+    for (const int code : {1010, 1011, 1012, 1013})
+        item(tail, code)->resval.rpoint[0] = 3;
+    for (const int code : {1040, 1041, 1042})
+        item(tail, code)->resval.rreal = 5;
+    text(tail, 1000, "end");
+    ASSERT_EQ(line->setXData(head), Acad::eOk);
+    acutRelRb(head);
+    ASSERT_EQ(line->transformBy(AcGeMatrix3d::translation({1, 0, 0}) *
+                                AcGeMatrix3d::rotation(kAcGePi / 2, AcGeVector3d::kZAxis) * AcGeMatrix3d::scaling(2)),
+              Acad::eOk);
+    resbuf* const back = line->xData("APP");
+    std::vector<std::string> found;
+    for (const resbuf* rb = back->rbnext; rb; rb = rb->rbnext) {
+        const bool isPoint = rb->restype >= 1010 && rb->restype <= 1013;
+        const auto rounded = [](double value) { return std::to_string(std::lround(value)); };
+        found.push_back(isPoint               ? rounded(rb->resval.rpoint[0]) + "," + rounded(rb->resval.rpoint[1])
+                        : rb->restype == 1000 ? rb->resval.rstring
+                                              : rounded(rb->resval.rreal));
+    }
+    acutRelRb(back);
+    EXPECT_EQ(found, (std::vector<std::string>{"3,0", "1,6", "0,6", "0,3", "5", "10", "10", "end"}));
+}
+
 TEST(PackedXData, DamagedItemsEndTheWalk) {
     const struct {
         const char* what;
         std::string bytes;
         int good;
     } cases[] = {
-        {"text beyond the end", std::string("\0\x05\0\x1e" "ab", 6), 0},
+        {"text beyond the end",
+         std::string("\0\x05\0\x1e"
+                     "ab",
+                     6),
+         0},
         {"a code that doesn't exist", std::string("\x07", 1), 0},
         {"a double cut short", std::string("\x46\x01\0\x28\0\0", 6), 1},
         {"nothing behind the code", std::string("\x46\x01\0\x04", 4), 1},
