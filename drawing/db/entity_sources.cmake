@@ -11,6 +11,7 @@ set(ENTITY_SOURCES
   db/solids.cpp
   db/subentities.cpp
   db/text.cpp
+  db/tied_entities.cpp
   db/vertex_polylines.cpp
   db/viewport.cpp
 )

@@ -3,6 +3,8 @@
 #include "db/open.h"
 #include "src/xdata_form.h"
 
+#include <deque>
+
 using vndk::objects::FormReader;
 using vndk::objects::FormWriter;
 
@@ -42,6 +44,23 @@ AcDbHardOwnershipId VNDKBlockReference::getAttribute(int index) const {
     if (index < 0 || static_cast<size_t>(index) >= attributes_.size())
         return {};
     return attributes_[static_cast<size_t>(index)];
+}
+
+Acad::ErrorStatus VNDKBlockReference::transformBy(const AcGeMatrix3d& matrix) {
+    std::deque<AcDbObjectPointer<AcDbEntity>> followers;
+    for (const AcDbHardOwnershipId& id : attributes_) {
+        if (!isResident() || id.isNull() || id.isErased())
+            continue;
+        const AcDbObjectPointer<AcDbEntity>& attribute = followers.emplace_back(id, AcDb::kForWrite);
+        if (!attribute)
+            return attribute.openStatus();
+        if (attribute->ownerId() != ownerId())
+            followers.pop_back();
+    }
+    Acad::ErrorStatus status = AcDbBlockReference::transformBy(matrix);
+    for (auto attribute = followers.begin(); attribute != followers.end() && status == Acad::eOk; ++attribute)
+        status = (*attribute)->transformBy(matrix);
+    return status;
 }
 
 void VNDKBlockReference::visitReferences(AcDbReferenceVisitor& visitor) {

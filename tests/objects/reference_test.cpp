@@ -1,5 +1,7 @@
 // The Intelligent reference and what hangs on it; making definitions conditional.
 #include "db/id_mapping.h"
+#include "db/tied_entities.h"
+#include "ge/matrix3d.h"
 #include "objects/support.h"
 
 namespace {
@@ -75,6 +77,39 @@ TEST_F(ReferenceTest, ACopyHasAttributesOfItsOwn) {
     EXPECT_NE(copy->getAttribute(0), built.first);
     { AcDbObjectPointer<VNDKAttribute>(copy->getAttribute(0), AcDb::kForWrite)->setTextString("other"); }
     EXPECT_EQ(AcDbObjectPointer<VNDKAttribute>(built.first)->textValue(), "1");
+}
+
+TEST_F(ReferenceTest, ItsTransformsTakeTheAttributesInItsRecordAlong) {
+    const Built built = build(database, addBlock("DESK"));
+    const AcDbObjectId elsewhere = append(newAttribute("B", "2"), addBlock("OTHER"));
+    AcDbObjectPointer<VNDKBlockReference>(built.reference, AcDb::kForWrite)->appendAttribute(elsewhere);
+    AcDbObjectPointer<AcDbText> first(built.first);
+    const auto placeOf = [](AcDbObjectId id) { return AcDbObjectPointer<VNDKAttribute>(id)->position(); };
+    const auto move = [&](const AcGeVector3d& way) {
+        return AcDbObjectPointer<VNDKBlockReference>(built.reference, AcDb::kForWrite)
+            ->transformBy(AcGeMatrix3d::translation(way));
+    };
+    EXPECT_EQ(move({1, 2, 0}), Acad::eWasOpenForRead) << "an attribute is in use: nothing moves";
+    EXPECT_EQ(placeOf(built.second), AcGePoint3d(0, 0, 0));
+    EXPECT_EQ(AcDbObjectPointer<VNDKBlockReference>(built.reference)->position(), AcGePoint3d(0, 0, 0));
+    first.close();
+    database.undo().beginGroup("MOVE");
+    EXPECT_EQ(move({1, 2, 0}), Acad::eOk);
+    database.undo().endGroup();
+    EXPECT_EQ(placeOf(built.first), AcGePoint3d(1, 2, 0));
+    EXPECT_EQ(placeOf(built.second), AcGePoint3d(1, 2, 0));
+    EXPECT_EQ(placeOf(elsewhere), AcGePoint3d(0, 0, 0));
+    EXPECT_EQ(acdbWithoutTied({built.first, built.reference, elsewhere, built.second}),
+              (std::vector<AcDbObjectId>{built.reference, elsewhere}));
+    ASSERT_TRUE(database.undo().undo());
+    EXPECT_EQ(placeOf(built.first), AcGePoint3d(0, 0, 0));
+    EXPECT_EQ(AcDbObjectPointer<VNDKBlockReference>(built.reference)->position(), AcGePoint3d(0, 0, 0));
+
+    // A copy that nobody has appended names its original's attributes.
+    const AcDbObjectPointer<VNDKBlockReference> original(built.reference);
+    const std::unique_ptr<AcDbObject> copy(original->copyData());
+    EXPECT_EQ(VNDKBlockReference::cast(copy.get())->transformBy(AcGeMatrix3d::scaling(2)), Acad::eOk);
+    EXPECT_EQ(AcDbObjectPointer<VNDKAttribute>(built.first)->height(), 2.5);
 }
 
 TEST_F(ReferenceTest, ADefinitionIsConvertedWithAllItHas) {

@@ -3,7 +3,7 @@
 // It remembers the name under which the block came in and the block's base point, and it is tied to attributes
 // (objects/attribute.h) that stand beside it in the same record. The record owns those entities; the reference's
 // hard-ownership ids keep them alive and take them along: erasing the reference erases them, bringing it back
-// brings them back.
+// brings them back, and they follow its transforms. An attribute that is moved alone moves alone.
 #pragma once
 
 #include "db/block_reference.h"
@@ -35,6 +35,9 @@ public:
     /// By index from 0, in the order of appending; null outside of it.
     AcDbHardOwnershipId getAttribute(int index) const;
 
+    /// Takes the attributes in the reference's record along. When one of them can't be opened for write nothing is
+    /// changed and its status is returned. A temporary copy leaves the attributes alone, since they are its original's.
+    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     void visitReferences(AcDbReferenceVisitor& visitor) override;
     Acad::ErrorStatus subErase(bool erasing) override;
     void writeStandIn(AcDbXDataWriter& writer) const override;
