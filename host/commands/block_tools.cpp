@@ -3,6 +3,7 @@
 #include "commands/wildcard.h"
 #include "db/database.h"
 #include "db/id_mapping.h"
+#include "db/tied_entities.h"
 
 namespace vndk::host {
 
@@ -34,8 +35,9 @@ Acad::ErrorStatus copyInto(AcDbDatabase& database, const std::vector<AcDbObjectI
                            const AcGeMatrix3d& move) {
     AcDbIdMapping mapping(&database, &database);
     Acad::ErrorStatus status = database.deepCloneObjects(objects, record, mapping);
-    for (size_t i = 0; i < objects.size() && status == Acad::eOk; ++i) {
-        const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(objects[i]), AcDb::kForWrite);
+    const std::vector<AcDbObjectId> independent = acdbWithoutTied(objects);
+    for (size_t i = 0; i < independent.size() && status == Acad::eOk; ++i) {
+        const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(independent[i]), AcDb::kForWrite);
         status = copy ? copy->transformBy(move) : copy.openStatus();
     }
     if (status != Acad::eOk)

@@ -28,6 +28,14 @@ CommandResult regenCommand(CommandContext& ctx);
 CommandResult setvarCommand(CommandContext& ctx);
 CommandResult ucsCommand(CommandContext& ctx);
 
+// Changing what is there.
+CommandResult chpropCommand(CommandContext& ctx);
+CommandResult copyCommand(CommandContext& ctx);
+CommandResult mirrorCommand(CommandContext& ctx);
+CommandResult moveCommand(CommandContext& ctx);
+CommandResult rotateCommand(CommandContext& ctx);
+CommandResult scaleCommand(CommandContext& ctx);
+
 // History.
 CommandResult redoCommand(CommandContext& ctx);
 CommandResult uCommand(CommandContext& ctx);

@@ -1,12 +1,10 @@
 // LAYER by prompts: lists, makes and changes layers.
 #include "commands/command_tools.h"
 #include "commands/commands.h"
+#include "commands/property_text.h"
 #include "commands/wildcard.h"
 #include "db/database.h"
-#include "db/line_weight.h"
 
-#include <charconv>
-#include <cmath>
 #include <functional>
 
 namespace vndk::host {
@@ -14,37 +12,6 @@ namespace vndk::host {
 namespace {
 
 using Layer = AcDbLayerTableRecord;
-
-constexpr const char* kColorNames[] = {"red", "yellow", "green", "cyan", "blue", "magenta", "white"};
-
-std::string colorText(short color) {
-    std::string text = std::to_string(color);
-    if (color >= 1 && color <= 7)
-        text += std::string(" (") + kColorNames[color - 1] + ")";
-    return text;
-}
-
-std::string lineWeightText(short weight) {
-    if (weight < 0)
-        return "Default";
-    const std::string hundredths = std::to_string(weight % 100);
-    return std::to_string(weight / 100) + (weight % 100 < 10 ? ".0" : ".") + hundredths + " mm";
-}
-
-/// 1 to 255, or a standard colour's name or its first letter; 0 for anything else.
-short colorOf(const std::string& text) {
-    short color = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), color);
-    if (error == std::errc() && end == text.data() + text.size())
-        return color >= 1 && color <= 255 ? color : 0;
-    const std::string folded = acdbFoldName(text);
-    for (short i = 0; i < 7 && !folded.empty(); ++i) {
-        const std::string name = acdbFoldName(kColorNames[i]);
-        if (folded == name || (folded.size() == 1 && folded[0] == name[0]))
-            return static_cast<short>(i + 1);
-    }
-    return 0;
-}
 
 /// The options of one run of the command.
 class LayerOptions {
@@ -276,23 +243,14 @@ PromptStatus LayerOptions::lineWeight() {
     PromptStatus status = askName("\nEnter lineweight (0.0mm - 2.11mm): ", text);
     if (status != PromptStatus::Normal || text.empty())
         return status;
-    short weight = AcDb::kLnWtByLwDefault;
-    if (matchKeyword(text, "Default").empty()) {
-        double millimetres = 0;
-        if (text.ends_with("mm"))
-            text.resize(text.size() - 2);
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), millimetres);
-        if (error != std::errc() || end != text.data() + text.size() || !(millimetres >= 0 && millimetres <= 2.11)) {
-            ctx_.print("\nA lineweight from 0.0 to 2.11 mm, or Default, is required.");
-            return status;
-        }
-        // Only the widths of the table can be kept.
-        const auto wanted = static_cast<AcDb::LineWeight>(std::lround(millimetres * 100));
-        weight = acdbLineWeightOfCode(acdbLineWeightCode(wanted));
+    const auto weight = matchKeyword(text, "Default").empty() ? widthOf(text) : AcDb::kLnWtByLwDefault;
+    if (!weight) {
+        ctx_.print("\nA lineweight from 0.0 to 2.11 mm, or Default, is required.");
+        return status;
     }
-    return change("\nEnter name list of layer(s) for lineweight " + lineWeightText(weight) + " <" + currentName() +
+    return change("\nEnter name list of layer(s) for lineweight " + lineWeightText(*weight) + " <" + currentName() +
                       ">: ",
-                  [weight](Layer& layer) { layer.setLineWeight(weight); });
+                  [weight](Layer& layer) { layer.setLineWeight(*weight); });
 }
 
 PromptStatus LayerOptions::plot() {

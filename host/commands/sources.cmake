@@ -6,6 +6,7 @@ set(COMMAND_SOURCES
   commands/attdef_command.cpp
   commands/block_command.cpp
   commands/block_tools.cpp
+  commands/chprop_command.cpp
   commands/circle_command.cpp
   commands/command_table.cpp
   commands/command_tools.cpp
@@ -21,8 +22,14 @@ set(COMMAND_SOURCES
   commands/line_command.cpp
   commands/list_command.cpp
   commands/list_text.cpp
+  commands/mirror_command.cpp
+  commands/mirrored_text.cpp
+  commands/move_copy_commands.cpp
+  commands/object_changes.cpp
   commands/pline_command.cpp
+  commands/property_text.cpp
   commands/purge_command.cpp
+  commands/rotate_scale_commands.cpp
   commands/selection.cpp
   commands/tangent_circle.cpp
   commands/text_command.cpp

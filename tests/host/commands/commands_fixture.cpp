@@ -82,6 +82,10 @@ std::string CommandsTest::drawn() {
     return describe(*space);
 }
 
+std::string CommandsTest::drawnIn(const AcDbDatabase& database) {
+    return describe(*AcDbObjectPointer<AcDbBlockTableRecord>(database.modelSpaceId()));
+}
+
 std::string CommandsTest::blockContents(const char* name) {
     const AcDbObjectPointer<AcDbBlockTable> table(database().blockTableId());
     AcDbBlockTableRecord* record = nullptr;

@@ -7,6 +7,8 @@ class CommandsTest : public HostTest {
 protected:
     /// The entities of the current space that aren't erased, in order: "LINE 0,0 10,0".
     std::string drawn();
+    /// The same for the model space of a drawing that isn't open in the host.
+    static std::string drawnIn(const AcDbDatabase& database);
     /// Those of a block; "no block" if there is none.
     std::string blockContents(const char* name);
     /// A new drawing takes the place of the current one, unsaved.
