@@ -3,6 +3,9 @@ set(ENTITY_SOURCES
   db/block_reference.cpp
   db/curves.cpp
   db/ellipse_spline.cpp
+  db/explode_mtext.cpp
+  db/explode_polylines.cpp
+  db/explode_reference.cpp
   db/mtext.cpp
   db/opaque.cpp
   db/plane_math.cpp
@@ -12,6 +15,7 @@ set(ENTITY_SOURCES
   db/subentities.cpp
   db/text.cpp
   db/tied_entities.cpp
+  db/transformed_parts.cpp
   db/vertex_polylines.cpp
   db/viewport.cpp
 )

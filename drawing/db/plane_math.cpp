@@ -1,5 +1,7 @@
 #include "db/plane_math.h"
 
+#include <utility>
+
 namespace vndk::db {
 
 double normalizedAngle(double angle) {
@@ -22,6 +24,19 @@ AcGePoint2d PlaneTransform::point(const AcGePoint2d& p, double elevation) const 
 double PlaneTransform::angle(double angle) const {
     const AcGeVector3d direction = toNewPlane_ * AcGeVector3d(std::cos(angle), std::sin(angle), 0);
     return normalizedAngle(std::atan2(direction.y, direction.x));
+}
+
+BulgeArc bulgeArc(const AcGePoint2d& a, const AcGePoint2d& b, double bulge) {
+    const double chord = a.distanceTo(b);
+    const double radius = chord * (1 + bulge * bulge) / (4 * bulge); // negative for a clockwise arc
+    const double height = radius - bulge * chord / 2;                // from the chord to the centre, to its left
+    const AcGeVector2d along = (b - a) * (1 / chord);
+    BulgeArc arc{{(a.x + b.x) / 2 - along.y * height, (a.y + b.y) / 2 + along.x * height}, std::fabs(radius)};
+    arc.startAngle = std::atan2(a.y - arc.center.y, a.x - arc.center.x);
+    arc.endAngle = std::atan2(b.y - arc.center.y, b.x - arc.center.x);
+    if (bulge < 0)
+        std::swap(arc.startAngle, arc.endAngle);
+    return arc;
 }
 
 void addArc(AcDbExtents& extents, const AcGeMatrix3d& planeToWorld, const AcGePoint3d& center, double radius,

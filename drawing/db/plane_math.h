@@ -32,6 +32,13 @@ private:
     bool mirrors_;
 };
 
+/// The arc of a bulge that isn't 0 between two points that differ, counter-clockwise from start to end.
+struct BulgeArc {
+    AcGePoint2d center;
+    double radius = 0, startAngle = 0, endAngle = 0;
+};
+BulgeArc bulgeArc(const AcGePoint2d& a, const AcGePoint2d& b, double bulge);
+
 /// Adds an arc in a plane, from one angle counter-clockwise to another, both in object coordinates.
 void addArc(AcDbExtents& extents, const AcGeMatrix3d& planeToWorld, const AcGePoint3d& center, double radius,
             double startAngle, double endAngle);

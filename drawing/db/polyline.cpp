@@ -126,18 +126,11 @@ namespace {
 void addPiece(AcDbExtents& extents, const AcGeMatrix3d& toWorld, const AcGePoint2d& a, const AcGePoint2d& b,
               double bulge, double elevation) {
     extents.addPoint(toWorld * AcGePoint3d(b.x, b.y, elevation));
-    const double chord = a.distanceTo(b);
-    if (bulge == 0 || chord == 0)
+    if (bulge == 0 || a.distanceTo(b) == 0)
         return;
-    const double radius = chord * (1 + bulge * bulge) / (4 * bulge); // negative for a clockwise arc
-    const double height = radius - bulge * chord / 2;                // from the chord to the centre, to its left
-    const AcGeVector2d along = (b - a) * (1 / chord);
-    const AcGePoint2d center((a.x + b.x) / 2 - along.y * height, (a.y + b.y) / 2 + along.x * height);
-    double start = std::atan2(a.y - center.y, a.x - center.x);
-    double end = std::atan2(b.y - center.y, b.x - center.x);
-    if (bulge < 0)
-        std::swap(start, end);
-    vndk::db::addArc(extents, toWorld, {center.x, center.y, elevation}, std::fabs(radius), start, end);
+    const vndk::db::BulgeArc arc = vndk::db::bulgeArc(a, b, bulge);
+    vndk::db::addArc(extents, toWorld, {arc.center.x, arc.center.y, elevation}, arc.radius, arc.startAngle,
+                     arc.endAngle);
 }
 
 } // namespace

@@ -48,6 +48,14 @@ public:
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// Temporary copies of the block's entities where they are seen. What owns entities of its own can't be one: nested
+    /// references come without attributes, polylines with vertex entities in pieces. What takes colour, linetype,
+    /// lineweight or, on layer "0", the layer from the reference has them for itself then.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
+    /// The same as entities of the record that this reference stands in, with all that they own; the record mustn't be
+    /// open. The reference stays. All or nothing. eNotInDatabase; eNotApplicable: something in the block can't be
+    /// transformed, or the reference repeats; eCannotScaleNonUniformly: something can't follow uneven scaling.
+    virtual Acad::ErrorStatus explodeToOwnerSpace() const;
     Acad::ErrorStatus subErase(bool erasing) override { return subentities_.eraseWithOwner(*this, erasing); }
     void madeResident() override;
     void visitReferences(AcDbReferenceVisitor& visitor) override;
@@ -83,6 +91,8 @@ public:
     Acad::ErrorStatus setArray(uint16_t columns, uint16_t rows, double columnSpacing, double rowSpacing);
 
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>&) const override { return Acad::eNotApplicable; }
+    Acad::ErrorStatus explodeToOwnerSpace() const override { return Acad::eNotApplicable; }
 
     /// Spacings are drawing units along the rotated axes.
     struct ArrayData {

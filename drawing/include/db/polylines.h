@@ -46,6 +46,8 @@ public:
     Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// Lines and arcs; widths are lost, pieces without length left out.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
 
     struct Data {
         std::vector<Vertex> vertices;
@@ -186,6 +188,8 @@ public:
     AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// As for the plane polyline above; points that only frame a curve are left out.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
 
     struct Data {
         uint16_t flag = 0;      // DXF group 70: 1 closed, 2 fit curve, 4 spline, 128 linetype generation
@@ -205,6 +209,8 @@ class AcDb3dPolyline : public AcDbVertexOwner {
     ACDB_DECLARE_MEMBERS(AcDb3dPolyline)
 public:
     bool isClosed() const override { return data_.flag & 1; }
+    /// Lines.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
 
     struct Data {
         unsigned char curveType = 0;
@@ -221,6 +227,9 @@ private:
 class AcDbPolygonMesh : public AcDbVertexOwner {
     ACDB_DECLARE_MEMBERS(AcDbPolygonMesh)
 public:
+    /// Faces.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
+
     struct Data {
         uint16_t flag = 0; // 1 closed in M, 32 closed in N
         uint16_t curveType = 0;
@@ -238,6 +247,9 @@ private:
 class AcDbPolyFaceMesh : public AcDbVertexOwner {
     ACDB_DECLARE_MEMBERS(AcDbPolyFaceMesh)
 public:
+    /// Faces; lines and points where a face has but two corners or one.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
+
     struct Data {
         uint16_t numVertices = 0, numFaces = 0;
     };

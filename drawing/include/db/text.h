@@ -21,8 +21,8 @@ class AcDbText : public AcDbEntity {
 public:
     AcDbText() = default;
     /// A null style becomes the drawing's current style when the text is appended.
-    AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId style = AcDbObjectId::kNull,
-             double height = 0, double rotation = 0);
+    AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId style = AcDbObjectId::kNull, double height = 0,
+             double rotation = 0);
 
     AcGePoint3d position() const;
     Acad::ErrorStatus setPosition(const AcGePoint3d& point);
@@ -203,6 +203,9 @@ public:
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;
+    /// A text for each line. eNotApplicable: the contents are formatted, or lines are broken where only a program that
+    /// has the font can tell.
+    Acad::ErrorStatus explode(std::vector<AcDbEntity*>& parts) const override;
     void visitReferences(AcDbReferenceVisitor& visitor) override;
     /// A text without style gets the drawing's current one.
     void madeResident() override;
