@@ -21,6 +21,7 @@ constexpr BuiltInCommand kCommands[] = {
     {"DDINSERT", ACRX_CMD_MODAL, insertCommand},
     {"EATTEDIT", ACRX_CMD_MODAL, eatteditCommand},
     {"ERASE", ACRX_CMD_USEPICKSET, eraseCommand},
+    {"EXPLODE", ACRX_CMD_USEPICKSET, explodeCommand},
     {"INSERT", ACRX_CMD_MODAL, insertCommand},
     {"-INSERT", ACRX_CMD_MODAL, insertCommand},
     {"LAYER", ACRX_CMD_MODAL, layerCommand},

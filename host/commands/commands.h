@@ -31,6 +31,7 @@ CommandResult ucsCommand(CommandContext& ctx);
 // Changing what is there.
 CommandResult chpropCommand(CommandContext& ctx);
 CommandResult copyCommand(CommandContext& ctx);
+CommandResult explodeCommand(CommandContext& ctx);
 CommandResult mirrorCommand(CommandContext& ctx);
 CommandResult moveCommand(CommandContext& ctx);
 CommandResult rotateCommand(CommandContext& ctx);

@@ -13,6 +13,7 @@ set(COMMAND_SOURCES
   commands/drawing_files.cpp
   commands/eattedit_command.cpp
   commands/erase_command.cpp
+  commands/explode_command.cpp
   commands/file_commands.cpp
   commands/insert_attributes.cpp
   commands/insert_command.cpp
