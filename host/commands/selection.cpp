@@ -14,27 +14,13 @@ namespace vndk::host {
 
 namespace {
 
-constexpr const char* kKeywords = "Window Last Crossing BOX ALL Add Remove Previous Undo AUto SIngle";
+constexpr const char* kKeywords =
+    "Window Last Crossing BOX ALL Fence WPolygon CPolygon Add Remove Multiple Previous Undo AUto SIngle";
 constexpr const char* kComplaint =
-    "*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Add/Remove/Previous/Undo/AUto/SIngle";
+    "*Invalid selection*\nExpects a point or Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/"
+    "Previous/Undo/AUto/SIngle";
 
 enum Side { kWindow = -1, kByDirection = 0, kCrossing = 1 };
-
-std::optional<AcGePoint3d> pointOf(const CommandContext& ctx, const Answer& answer) {
-    if (answer.kind == Answer::Kind::Text) {
-        const AcDbDatabase& database = ctx.database();
-        return typedPoint(answer.text, {ctx.document().lastPoint, ucsToWorld(database).inverse(), angleUnits(database),
-                                        database.header().ELEVATION});
-    }
-    double xyz[3] = {0, 0, 0};
-    int count = 0;
-    for (const lisp::Value* rest = &answer.value; rest->isCons(); rest = &rest->cdr()) {
-        if (count == 3 || !rest->car().isNumber() || !std::isfinite(rest->car().number()))
-            return std::nullopt;
-        xyz[count++] = rest->car().number();
-    }
-    return count >= 2 ? std::optional(AcGePoint3d(xyz[0], xyz[1], xyz[2])) : std::nullopt;
-}
 
 /// The entity that a value names; null when it names none.
 AcDbObjectId entityOf(const lisp::Value& value) {
@@ -73,20 +59,39 @@ PromptStatus SelectionPrompt::ask(std::vector<AcDbObjectId>& objects) {
         const Taken taken = done ? Taken::No : take(answer);
         if (taken == Taken::Stopped)
             return ctx_.prompts().lastStatus();
+        if (taken == Taken::Cancelled || taken == Taken::Refused)
+            return taken == Taken::Cancelled ? PromptStatus::Cancelled : PromptStatus::Error;
         if (done || (single_ && taken == Taken::Yes && !chosen_.empty())) {
             objects = chosen_;
             if (!objects.empty())
                 memoryOf(ctx_).previousSelection = objects;
             return PromptStatus::Normal;
         }
-        if (taken == Taken::Invalid) {
-            const std::string shown = answer.kind == Answer::Kind::Text
-                                          ? answer.text
-                                          : lisp::toText(answer.value, lisp::PrintStyle::Readable, 200);
-            if (!line.complain(kComplaint, shown))
-                return PromptStatus::Error;
-        }
+        if (taken == Taken::Invalid && !complain(answer))
+            return PromptStatus::Error;
     }
+}
+
+std::optional<AcGePoint3d> SelectionPrompt::pointOf(const Answer& answer) const {
+    if (answer.kind == Answer::Kind::Text) {
+        const AcDbDatabase& database = ctx_.database();
+        return typedPoint(answer.text, {ctx_.document().lastPoint, ucsToWorld(database).inverse(), angleUnits(database),
+                                        database.header().ELEVATION});
+    }
+    double xyz[3] = {0, 0, 0};
+    int count = 0;
+    for (const lisp::Value* rest = &answer.value; rest->isCons(); rest = &rest->cdr()) {
+        if (count == 3 || !rest->car().isNumber() || !std::isfinite(rest->car().number()))
+            return std::nullopt;
+        xyz[count++] = rest->car().number();
+    }
+    return count >= 2 ? std::optional(AcGePoint3d(xyz[0], xyz[1], xyz[2])) : std::nullopt;
+}
+
+bool SelectionPrompt::complain(const Answer& answer) const {
+    const std::string shown =
+        answer.kind == Answer::Kind::Text ? answer.text : lisp::toText(answer.value, lisp::PrintStyle::Readable, 200);
+    return ctx_.host().commandLine().complain(kComplaint, shown);
 }
 
 SelectionPrompt::Taken SelectionPrompt::take(const Answer& answer) {
@@ -96,7 +101,7 @@ SelectionPrompt::Taken SelectionPrompt::take(const Answer& answer) {
     if (answer.kind == Answer::Kind::Text)
         if (const std::string keyword = matchKeyword(answer.text, kKeywords); !keyword.empty())
             return takeKeyword(keyword);
-    const auto point = pointOf(ctx_, answer);
+    const auto point = pointOf(answer);
     if (!point)
         return Taken::Invalid;
     ctx_.document().lastPoint = *point;
@@ -106,6 +111,10 @@ SelectionPrompt::Taken SelectionPrompt::take(const Answer& answer) {
 SelectionPrompt::Taken SelectionPrompt::takeKeyword(const std::string& keyword) {
     if (keyword == "Window" || keyword == "Crossing" || keyword == "BOX")
         return takeAskedRectangle(keyword == "Window" ? kWindow : keyword == "BOX" ? kByDirection : kCrossing);
+    if (keyword == "WPolygon" || keyword == "CPolygon" || keyword == "Fence")
+        return takePath(keyword);
+    if (keyword == "Multiple")
+        return takeMultiple();
     if (keyword == "Last")
         return takeEntity(lastEntity(ctx_.database()));
     if (keyword == "Undo") {
@@ -162,7 +171,10 @@ SelectionPrompt::Taken SelectionPrompt::takeRectangle(const AcGePoint3d& first, 
     if (ctx_.prompts().getCorner("\nSpecify opposite corner: ", second, first) != PromptStatus::Normal)
         return Taken::Stopped;
     const bool crossing = side == kCrossing || (side == kByDirection && second.x < first.x);
-    apply(within(SelectionRectangle::between(ctx_.prompts().worldToUcs(), first, second), crossing));
+    const SelectionRectangle rectangle = SelectionRectangle::between(ctx_.prompts().worldToUcs(), first, second);
+    apply(shownWhere([&](const AcDbEntity& entity) {
+        return crossing ? touches(entity, rectangle) : liesInside(entity, rectangle);
+    }));
     return Taken::Yes;
 }
 
@@ -175,18 +187,71 @@ std::vector<AcDbObjectId> SelectionPrompt::everything() const {
     return all;
 }
 
-std::vector<AcDbObjectId> SelectionPrompt::within(const SelectionRectangle& rectangle, bool crossing) const {
+std::vector<AcDbObjectId> SelectionPrompt::shownWhere(const std::function<bool(const AcDbEntity&)>& lies) const {
     std::vector<AcDbObjectId> found = everything();
     std::erase_if(found, [&](AcDbObjectId id) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
-        return !entity || !isShown(*entity) ||
-               !(crossing ? touches(*entity, rectangle) : liesInside(*entity, rectangle));
+        return !entity || !isShown(*entity) || !lies(*entity);
     });
     return found;
 }
 
-void SelectionPrompt::apply(const std::vector<AcDbObjectId>& found) {
+SelectionPrompt::Taken SelectionPrompt::takePath(const std::string& kind) {
+    Prompts& prompts = ctx_.prompts();
+    std::vector<AcGePoint3d> points(1);
+    prompts.initGet(kNoEmpty);
+    PromptStatus status =
+        prompts.getPoint(kind == "Fence" ? "\nFirst fence point: " : "\nFirst polygon point: ", points[0]);
+    while (status == PromptStatus::Normal || status == PromptStatus::Keyword) {
+        prompts.initGet(0, "Undo");
+        AcGePoint3d next;
+        status = prompts.getPoint("\nSpecify endpoint of line or [Undo]: ", next, &points.back());
+        if (status == PromptStatus::Normal)
+            points.push_back(next);
+        else if (status == PromptStatus::Keyword && points.size() > 1)
+            points.pop_back();
+    }
+    if (status != PromptStatus::None)
+        return Taken::Stopped;
+    SelectionPath path{prompts.worldToUcs(), {}};
+    for (const AcGePoint3d& point : points)
+        path.points.push_back({point.x, point.y});
+    apply(shownWhere([&](const AcDbEntity& entity) {
+        return kind == "Fence"      ? crosses(entity, path)
+               : kind == "WPolygon" ? liesInside(entity, path)
+                                    : touches(entity, path);
+    }));
+    return Taken::Yes;
+}
+
+SelectionPrompt::Taken SelectionPrompt::takeMultiple() {
+    std::vector<AcDbObjectId> found;
+    for (;;) {
+        const Answer answer = ctx_.host().commandLine().ask("\nSelect objects: ", TextForm::Word);
+        if (answer.kind == Answer::Kind::Cancel || answer.kind == Answer::Kind::End)
+            return Taken::Cancelled;
+        if (answer.kind == Answer::Kind::Text && answer.text.empty())
+            break;
+        const auto point = pointOf(answer);
+        if (!point && !complain(answer))
+            return Taken::Refused;
+        if (!point)
+            continue;
+        ctx_.document().lastPoint = *point;
+        if (const AcDbObjectId id = entityAt(ctx_.database(), *point, pickAperture(ctx_.host())); !id.isNull())
+            found.push_back(id);
+    }
+    apply(std::move(found));
+    return Taken::Yes;
+}
+
+void SelectionPrompt::apply(std::vector<AcDbObjectId> found) {
     former_.push_back(chosen_);
+    const size_t offered = found.size();
+    const size_t elsewhere = std::erase_if(found, [&](AcDbObjectId id) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        return entity && entity->ownerId() != ctx_.currentSpace();
+    });
     size_t changed = 0;
     for (const AcDbObjectId id : found) {
         if (removing_) {
@@ -198,15 +263,17 @@ void SelectionPrompt::apply(const std::vector<AcDbObjectId>& found) {
     }
     if (removing_)
         std::erase_if(chosen_, [this](AcDbObjectId id) { return !isChosen_.contains(id); });
-    report(found.size(), changed);
+    report(offered, changed, found.size() - changed);
+    if (elsewhere > 0)
+        ctx_.print("\n" + std::to_string(elsewhere) + (elsewhere == 1 ? " was" : " were") + " not in current space.");
 }
 
-void SelectionPrompt::report(size_t found, size_t changed) const {
+void SelectionPrompt::report(size_t found, size_t changed, size_t duplicates) const {
     std::string text = "\n" + std::to_string(found) + " found";
     if (removing_)
         text += ", " + std::to_string(changed) + " removed";
-    else if (changed < found)
-        text += " (" + std::to_string(found - changed) + " duplicate)";
+    else if (duplicates > 0)
+        text += " (" + std::to_string(duplicates) + " duplicate)";
     if (former_.size() > 1)
         text += ", " + std::to_string(chosen_.size()) + " total";
     ctx_.print(text);

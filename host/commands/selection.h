@@ -5,21 +5,25 @@
 //                     what lies inside (window), to the left what it touches too (crossing)
 //   an entity name    from LISP, alone or as entsel gives it
 //   Window, Crossing  a rectangle of that kind; BOX: by the direction in which it is drawn
+//   WPolygon, CPolygon, Fence   by points: what lies in the polygon, what touches it, what the fence crosses
 //   Last, ALL, Previous
 //   Remove, Add       what follows is taken out, or added again; Undo takes back the last answer
 //   SIngle            ends after the first find
+//   Multiple          points up to an Enter are looked up together, without rectangles
 //   Enter             done
-// Objects on layers that are off or frozen are found by Last and ALL at most (frozen ones never).
+// Objects on layers that are off or frozen are found by Last and ALL at most (frozen ones never). Objects that don't
+// stand in the current space are left out and counted.
 #pragma once
 
 #include "commands/command_tools.h"
 
+#include <functional>
+#include <optional>
 #include <unordered_set>
 
 namespace vndk::host {
 
 struct Answer;
-struct SelectionRectangle;
 
 class SelectionPrompt {
 public:
@@ -29,7 +33,8 @@ public:
     PromptStatus ask(std::vector<AcDbObjectId>& objects);
 
 private:
-    enum class Taken { Yes, No, Invalid, Stopped };
+    /// Stopped: by a prompt, whose status tells why.
+    enum class Taken { Yes, No, Invalid, Stopped, Cancelled, Refused };
 
     Taken take(const Answer& answer);
     Taken takeKeyword(const std::string& keyword);
@@ -37,10 +42,15 @@ private:
     Taken takeRectangle(const AcGePoint3d& first, int side);
     Taken takeAskedRectangle(int side);
     Taken takeEntity(AcDbObjectId id);
+    Taken takePath(const std::string& kind);
+    Taken takeMultiple();
     std::vector<AcDbObjectId> everything() const;
-    std::vector<AcDbObjectId> within(const SelectionRectangle& rectangle, bool crossing) const;
-    void apply(const std::vector<AcDbObjectId>& found);
-    void report(size_t found, size_t changed) const;
+    std::vector<AcDbObjectId> shownWhere(const std::function<bool(const AcDbEntity&)>& lies) const;
+    std::optional<AcGePoint3d> pointOf(const Answer& answer) const;
+    void apply(std::vector<AcDbObjectId> found);
+    void report(size_t found, size_t changed, size_t duplicates) const;
+    /// Complains of an answer; false: the prompt shouldn't ask again.
+    bool complain(const Answer& answer) const;
 
     CommandContext& ctx_;
     std::vector<AcDbObjectId> chosen_;

@@ -1,23 +1,35 @@
 #include "ed/hit_test.h"
 
+#include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/polylines.h"
+#include "db/solids.h"
+#include "db/text.h"
 #include "ed/coordinates.h"
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace vndk::host {
 
 namespace {
 
-/// The angle of the chords by which an arc is tested: they leave it by less than an eighth of the rectangle, or by a
-/// millionth of the radius where the rectangle is smaller still.
-double chordAngle(double radius, const SelectionRectangle& r) {
-    const double size = std::min(r.max.x - r.min.x, r.max.y - r.min.y);
-    const double rise = std::clamp(size / 8 / radius, 1e-6, 0.01);
-    return 2 * std::acos(1 - rise);
-}
+/// Takes a piece of an outline in the UCS; true ends the walk.
+using Touch = std::function<bool(const AcGePoint3d&, const AcGePoint3d&)>;
+
+/// How an outline is walked. Chords leave an arc by less than an eighth of `size`, or by a millionth of the radius
+/// where that is smaller still.
+struct Walk {
+    const AcGeMatrix3d& worldToUcs;
+    double size;
+    const Touch& touch;
+
+    double chordAngle(double radius) const { return 2 * std::acos(1 - std::clamp(size / 8 / radius, 1e-6, 0.01)); }
+    bool line(const AcGePoint3d& a, const AcGePoint3d& b) const { return touch(worldToUcs * a, worldToUcs * b); }
+};
 
 /// The entity's box as seen in the UCS; false when it has none.
 bool boxIn(const AcDbEntity& entity, const SelectionRectangle& rectangle, AcDbExtents& box) {
@@ -41,24 +53,30 @@ bool segmentTouches(const AcGePoint3d& a, const AcGePoint3d& b, const SelectionR
     return clip(a.x, b.x - a.x, r.min.x, r.max.x) && clip(a.y, b.y - a.y, r.min.y, r.max.y);
 }
 
-bool arcTouches(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double start, double sweep,
-                const SelectionRectangle& rectangle) {
-    const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal);
-    const int chords = std::max(1, static_cast<int>(std::ceil(sweep / chordAngle(radius, rectangle))));
+/// The points are center + a cos u + b sin u.
+bool walkArc(const AcGePoint3d& center, const AcGeVector3d& a, const AcGeVector3d& b, double start, double sweep,
+             const Walk& walk) {
+    const double radius = std::max(a.length(), b.length());
+    const int chords = std::max(1, static_cast<int>(std::ceil(sweep / walk.chordAngle(radius))));
     AcGePoint3d former;
     for (int i = 0; i <= chords; ++i) {
         const double angle = start + sweep * i / chords;
-        const AcGeVector3d arm = plane * AcGeVector3d(radius * std::cos(angle), radius * std::sin(angle), 0);
-        const AcGePoint3d point = rectangle.worldToUcs * (center + arm);
-        if (i > 0 && segmentTouches(former, point, rectangle))
+        const AcGePoint3d point = center + a * std::cos(angle) + b * std::sin(angle);
+        if (i > 0 && walk.line(former, point))
             return true;
         former = point;
     }
     return false;
 }
 
+bool walkRound(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double start, double sweep,
+               const Walk& walk) {
+    const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal);
+    return walkArc(center, plane.xAxis() * radius, plane.yAxis() * radius, start, sweep, walk);
+}
+
 /// The centre line; the width doesn't count.
-bool polylineTouches(const AcDbPolyline& polyline, const SelectionRectangle& rectangle) {
+bool walkPolyline(const AcDbPolyline& polyline, const Walk& walk) {
     const AcDbPolyline::Data& data = polyline.data();
     const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(data.normal);
     const auto world = [&](double x, double y) { return plane * AcGePoint3d(x, y, data.elevation); };
@@ -67,8 +85,7 @@ bool polylineTouches(const AcDbPolyline& polyline, const SelectionRectangle& rec
         const AcGePoint2d a = data.vertices[i].point, b = data.vertices[(i + 1) % count].point;
         const double bulge = data.vertices[i].bulge, dx = b.x - a.x, dy = b.y - a.y;
         if (bulge == 0 || (dx == 0 && dy == 0)) {
-            if (segmentTouches(rectangle.worldToUcs * world(a.x, a.y), rectangle.worldToUcs * world(b.x, b.y),
-                               rectangle))
+            if (walk.line(world(a.x, a.y), world(b.x, b.y)))
                 return true;
             continue;
         }
@@ -76,10 +93,58 @@ bool polylineTouches(const AcDbPolyline& polyline, const SelectionRectangle& rec
         const double aside = (1 - bulge * bulge) / (4 * bulge);
         const AcGePoint2d center((a.x + b.x) / 2 - aside * dy, (a.y + b.y) / 2 + aside * dx);
         const AcGePoint2d& first = bulge > 0 ? a : b;
-        if (arcTouches(world(center.x, center.y), data.normal, std::hypot(a.x - center.x, a.y - center.y),
-                       std::atan2(first.y - center.y, first.x - center.x), 4 * std::atan(std::abs(bulge)), rectangle))
+        if (walkRound(world(center.x, center.y), data.normal, std::hypot(a.x - center.x, a.y - center.y),
+                      std::atan2(first.y - center.y, first.x - center.x), 4 * std::atan(std::abs(bulge)), walk))
             return true;
     }
+    return false;
+}
+
+std::optional<bool> walkOutline(const AcDbEntity& entity, const Walk& walk);
+
+/// By simpler forms. Nothing where there is none, and where it isn't worth it: text fills its box, and a reference
+/// would have to be taken apart at each look.
+std::optional<bool> walkParts(const AcDbEntity& entity, const Walk& walk) {
+    std::vector<AcDbEntity*> raw;
+    if (entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbMText::desc()) ||
+        entity.explode(raw) != Acad::eOk || raw.empty())
+        return std::nullopt;
+    const std::vector<std::unique_ptr<AcDbEntity>> parts(raw.begin(), raw.end());
+    return std::any_of(parts.begin(), parts.end(),
+                       [&](const auto& part) { return walkOutline(*part, walk).value_or(false); });
+}
+
+/// True when `walk.touch` has said so. Nothing: the entity is known by its box only.
+std::optional<bool> walkOutline(const AcDbEntity& entity, const Walk& walk) {
+    if (const auto* line = AcDbLine::cast(&entity))
+        return walk.line(line->startPoint(), line->endPoint());
+    if (const auto* circle = AcDbCircle::cast(&entity))
+        return walkRound(circle->center(), circle->normal(), circle->radius(), 0, 2 * kAcGePi, walk);
+    if (const auto* arc = AcDbArc::cast(&entity))
+        return walkRound(arc->center(), arc->normal(), arc->radius(), arc->startAngle(),
+                         wholeTurn(arc->endAngle() - arc->startAngle()), walk);
+    if (const auto* ellipse = AcDbEllipse::cast(&entity))
+        return walkArc(ellipse->center(), ellipse->majorAxis(), ellipse->minorAxis(), ellipse->startParam(),
+                       ellipse->isClosed() ? 2 * kAcGePi : wholeTurn(ellipse->endParam() - ellipse->startParam()),
+                       walk);
+    if (const auto* face = AcDbFace::cast(&entity)) {
+        const auto& corners = face->data().corners;
+        for (size_t i = 0; i < 4; ++i)
+            if (walk.line(corners[i], corners[(i + 1) % 4]))
+                return true;
+        return false;
+    }
+    if (const auto* polyline = AcDbPolyline::cast(&entity))
+        return walkPolyline(*polyline, walk);
+    return walkParts(entity, walk);
+}
+
+bool walkBox(const AcDbExtents& box, const Touch& touch) {
+    const AcGePoint3d &low = box.minPoint(), &high = box.maxPoint();
+    const AcGePoint3d corners[] = {low, {high.x, low.y, 0}, high, {low.x, high.y, 0}};
+    for (size_t i = 0; i < 4; ++i)
+        if (touch(corners[i], corners[(i + 1) % 4]))
+            return true;
     return false;
 }
 
@@ -93,12 +158,54 @@ bool overlaps(const SelectionRectangle& r, const AcDbExtents& box) {
            box.minPoint().y <= r.max.y;
 }
 
-bool partsTouch(const AcDbEntity& entity, const SelectionRectangle& rectangle) {
-    std::vector<AcDbEntity*> raw;
-    if (entity.explode(raw) != Acad::eOk || raw.empty())
-        return true; // what has no simpler form is taken by its box
-    const std::vector<std::unique_ptr<AcDbEntity>> parts(raw.begin(), raw.end());
-    return std::any_of(parts.begin(), parts.end(), [&](const auto& part) { return touches(*part, rectangle); });
+/// Do the pieces from a to b and from c to d meet?
+bool meet(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& c, const AcGePoint2d& d) {
+    const auto side = [](const AcGePoint2d& from, const AcGePoint2d& to, const AcGePoint2d& p) {
+        const double area = (to.x - from.x) * (p.y - from.y) - (to.y - from.y) * (p.x - from.x);
+        return area > 0 ? 1 : area < 0 ? -1 : 0;
+    };
+    const auto apart = [](double p, double q, double r, double s) {
+        return std::max(p, q) < std::min(r, s) || std::max(r, s) < std::min(p, q);
+    };
+    return !apart(a.x, b.x, c.x, d.x) && !apart(a.y, b.y, c.y, d.y) && side(a, b, c) * side(a, b, d) <= 0 &&
+           side(c, d, a) * side(c, d, b) <= 0;
+}
+
+bool isWithin(const std::vector<AcGePoint2d>& polygon, const AcGePoint3d& p) {
+    bool inside = false;
+    for (size_t i = 0; i < polygon.size(); ++i) {
+        const AcGePoint2d &a = polygon[i], &b = polygon[(i + 1) % polygon.size()];
+        if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (b.x - a.x) * (p.y - a.y) / (b.y - a.y))
+            inside = !inside;
+    }
+    return inside;
+}
+
+/// How an entity lies to a path.
+struct Meeting {
+    bool meets = false;    // its outline meets the path
+    bool isInside = false; // a point of the outline lies in the polygon of the path's points
+};
+
+Meeting meeting(const AcDbEntity& entity, const SelectionPath& path, bool closed) {
+    Meeting found;
+    AcDbExtents pathBox, box;
+    for (const AcGePoint2d& point : path.points)
+        pathBox.addPoint({point.x, point.y, 0});
+    if (path.points.empty() || entity.getGeomExtents(box) != Acad::eOk || box.isEmpty())
+        return found;
+    box.transformBy(path.worldToUcs);
+    const size_t pieces = path.points.size() - (closed ? 0 : 1);
+    const Touch touch = [&](const AcGePoint3d& a, const AcGePoint3d& b) {
+        found.isInside = found.isInside || isWithin(path.points, a);
+        for (size_t i = 0; i < pieces && !found.meets; ++i)
+            found.meets = meet({a.x, a.y}, {b.x, b.y}, path.points[i], path.points[(i + 1) % path.points.size()]);
+        return found.meets;
+    };
+    const AcGeVector3d span = pathBox.maxPoint() - pathBox.minPoint();
+    if (!walkOutline(entity, {path.worldToUcs, std::max(span.x, span.y) / 100, touch}))
+        walkBox(box, touch);
+    return found;
 }
 
 } // namespace
@@ -126,17 +233,21 @@ bool touches(const AcDbEntity& entity, const SelectionRectangle& rectangle) {
         return false;
     if (contains(rectangle, box))
         return true;
-    if (const auto* line = AcDbLine::cast(&entity))
-        return segmentTouches(rectangle.worldToUcs * line->startPoint(), rectangle.worldToUcs * line->endPoint(),
-                              rectangle);
-    if (const auto* circle = AcDbCircle::cast(&entity))
-        return arcTouches(circle->center(), circle->normal(), circle->radius(), 0, 2 * kAcGePi, rectangle);
-    if (const auto* arc = AcDbArc::cast(&entity))
-        return arcTouches(arc->center(), arc->normal(), arc->radius(), arc->startAngle(),
-                          wholeTurn(arc->endAngle() - arc->startAngle()), rectangle);
-    if (const auto* polyline = AcDbPolyline::cast(&entity))
-        return polylineTouches(*polyline, rectangle);
-    return partsTouch(entity, rectangle);
+    const double size = std::min(rectangle.max.x - rectangle.min.x, rectangle.max.y - rectangle.min.y);
+    const Touch touch = [&](const AcGePoint3d& a, const AcGePoint3d& b) { return segmentTouches(a, b, rectangle); };
+    return walkOutline(entity, {rectangle.worldToUcs, size, touch}).value_or(true);
 }
+
+bool liesInside(const AcDbEntity& entity, const SelectionPath& polygon) {
+    const Meeting found = meeting(entity, polygon, true);
+    return found.isInside && !found.meets;
+}
+
+bool touches(const AcDbEntity& entity, const SelectionPath& polygon) {
+    const Meeting found = meeting(entity, polygon, true);
+    return found.isInside || found.meets;
+}
+
+bool crosses(const AcDbEntity& entity, const SelectionPath& fence) { return meeting(entity, fence, false).meets; }
 
 } // namespace vndk::host

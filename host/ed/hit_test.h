@@ -4,6 +4,8 @@
 
 #include "db/entity.h"
 
+#include <vector>
+
 namespace vndk::host {
 
 /// Parallel to the axes of the user coordinate system, seen against its z axis.
@@ -14,9 +16,19 @@ struct SelectionRectangle {
     static SelectionRectangle between(const AcGeMatrix3d& worldToUcs, const AcGePoint3d& a, const AcGePoint3d& b);
 };
 
+/// A polygon, or an open chain of lines: a fence. Seen as the rectangle is.
+struct SelectionPath {
+    AcGeMatrix3d worldToUcs;
+    std::vector<AcGePoint2d> points;
+};
+
 /// True if the whole entity lies inside.
 bool liesInside(const AcDbEntity& entity, const SelectionRectangle& rectangle);
+bool liesInside(const AcDbEntity& entity, const SelectionPath& polygon);
 /// True if some of the entity lies inside or on the edge.
 bool touches(const AcDbEntity& entity, const SelectionRectangle& rectangle);
+bool touches(const AcDbEntity& entity, const SelectionPath& polygon);
+/// True if the fence crosses the entity.
+bool crosses(const AcDbEntity& entity, const SelectionPath& fence);
 
 } // namespace vndk::host

@@ -38,6 +38,15 @@ const SelectionCase kCases[] = {
     {"(entlast)\n\n", {kLine, kSlant, kCircle}},
     {"(list (entlast) (list 0.0 0.0 0.0))\n\n", {kLine, kSlant, kCircle}},
     {"P\n\n", {kLine, kSlant, kCircle, kArc}},
+    {"WP 3,3 7,3 7,7 3,7\n\n\n", {kLine, kSlant, kArc}},
+    {"WP 4.5,4.5 7,4.5 7,7\n\n\n", {kLine, kSlant, kCircle, kArc}}, // the circle reaches out of it
+    {"CP 4.5,4.5 7,4.5 7,7\n\n\n", {kLine, kSlant, kArc}},
+    {"CP 4.8,4.8 5.2,4.8 5,5.2\n\n\n", {kLine, kSlant, kCircle, kArc}}, // inside the circle
+    {"CP -9,-9 -8,-9 U 30,-9 30,30 -9,30\n\n\n", {}},
+    {"F 2,-1 2,4\n\n\n", {kCircle, kArc}},
+    {"F 20,20 20.3,20.3\n\n\n", {kLine, kSlant, kCircle, kArc}}, // does not reach the arc
+    {"F 20,20 21,21\n\n\n", {kLine, kSlant, kCircle}},
+    {"M 8,0 6,5\n\n\n", {kSlant, kArc}},
     {"nonsense L\n\n", {kLine, kSlant, kCircle}},
     {"\n", {kLine, kSlant, kCircle, kArc}},
 };
@@ -78,6 +87,20 @@ TEST_F(SelectionTest, previousIsWhatTheLastCommandTook) {
     EXPECT_EQ(drawn(), joined({kLine, kSlant, kCircle}));
     run("ERASE P\n\n");
     EXPECT_TRUE(printed("No previous selection set.")) << output;
+}
+
+TEST_F(SelectionTest, previousForgetsWhatIsGone) {
+    run(kScene);
+    run("LIST 8,0 L\n\nERASE 8,0\n\nMOVE L\n\n0,0 1,1\nUNDO 1\nLIST 6,5\n\nERASE P\n\n");
+    EXPECT_EQ(drawn(), joined({kSlant, kArc}));
+}
+
+TEST_F(SelectionTest, whatStandsInTheOtherSpaceIsLeftOut) {
+    run("LINE 0,0 1,0\n\nLIST L\n\nSETVAR TILEMODE 0\nLINE 5,5 6,6\n\nERASE P L\n\n");
+    EXPECT_TRUE(printed("1 found\n1 was not in current space.")) << output;
+    EXPECT_EQ(drawn(), "");
+    run("SETVAR TILEMODE 1\n");
+    EXPECT_EQ(drawn(), "LINE 0,0 1,0");
 }
 
 TEST_F(SelectionTest, layersHideAndLock) {
