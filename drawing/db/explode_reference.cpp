@@ -63,78 +63,45 @@ Acad::ErrorStatus plan(const AcDbBlockTableRecord& block, const AcGeMatrix3d& ma
     return Acad::eOk;
 }
 
-/// One explosion into the reference's record.
-class Explosion {
-public:
-    Explosion(const AcDbBlockReference& reference, AcDbDatabase& database, AcDbIdMapping& mapping)
-        : reference_(reference), database_(database), mapping_(mapping), run_(database, database, mapping) {}
-
-    Acad::ErrorStatus run(std::vector<Outcome>& outcomes, const AcGeMatrix3d& matrix) {
-        Acad::ErrorStatus status = place(outcomes);
-        if (status == Acad::eOk) {
-            acrxEventReactors().tell([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping_); });
-            status = run_.translate();
+/// Puts copies and parts into the reference's record, the order being that of the block.
+Acad::ErrorStatus place(const AcDbBlockReference& reference, std::vector<Outcome>& outcomes, AcDbCloneRun& run) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(reference.ownerId(), AcDb::kForWrite);
+    if (!space)
+        return space.openStatus();
+    for (Outcome& outcome : outcomes) {
+        if (outcome.parts.empty())
+            if (const Acad::ErrorStatus status = run.cloneEntities({outcome.source}, *space); status != Acad::eOk)
+                return status;
+        for (std::unique_ptr<AcDbEntity>& part : outcome.parts) {
+            inherit(*part, reference, *reference.database());
+            AcDbObjectId id;
+            if (const Acad::ErrorStatus status = space->appendAcDbEntity(id, part.get()); status != Acad::eOk)
+                return status;
+            part.release()->close();
         }
-        if (status == Acad::eOk)
-            status = settle(outcomes, matrix);
+    }
+    return run.cloneNeeded();
+}
+
+/// Moves the copies to their places.
+Acad::ErrorStatus settle(const AcDbBlockReference& reference, const std::vector<Outcome>& outcomes,
+                         const AcDbIdMapping& mapping, const AcGeMatrix3d& matrix) {
+    std::vector<AcDbObjectId> copies;
+    for (const Outcome& outcome : outcomes) {
+        const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(outcome.source), AcDb::kForWrite);
+        if (!copy)
+            continue;
+        inherit(*copy, reference, *reference.database());
+        copies.push_back(copy->objectId());
+    }
+    for (const AcDbObjectId id : acdbWithoutTied(copies)) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        const Acad::ErrorStatus status = entity ? entity->transformBy(matrix) : entity.openStatus();
         if (status != Acad::eOk)
-            takeBack();
-        return status;
+            return status;
     }
-
-private:
-    Acad::ErrorStatus place(std::vector<Outcome>& outcomes) {
-        const AcDbObjectPointer<AcDbBlockTableRecord> space(reference_.ownerId(), AcDb::kForWrite);
-        if (!space)
-            return space.openStatus();
-        for (Outcome& outcome : outcomes) {
-            Acad::ErrorStatus status = outcome.parts.empty() ? run_.cloneEntities({outcome.source}, *space) : Acad::eOk;
-            for (std::unique_ptr<AcDbEntity>& part : outcome.parts) {
-                inherit(*part, reference_, database_);
-                AcDbObjectId id;
-                status = space->appendAcDbEntity(id, part.get());
-                if (status != Acad::eOk)
-                    return status;
-                part.release()->close();
-                appended_.push_back(id);
-            }
-            if (status != Acad::eOk)
-                return status;
-        }
-        return Acad::eOk;
-    }
-
-    /// Moves the copies to their places.
-    Acad::ErrorStatus settle(const std::vector<Outcome>& outcomes, const AcGeMatrix3d& matrix) {
-        std::vector<AcDbObjectId> copies;
-        for (const Outcome& outcome : outcomes)
-            if (const AcDbObjectId copy = mapping_.lookUp(outcome.source); !copy.isNull())
-                copies.push_back(copy);
-        for (const AcDbObjectId id : copies)
-            if (const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite); entity)
-                inherit(*entity, reference_, database_);
-        for (const AcDbObjectId id : acdbWithoutTied(copies)) {
-            const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
-            const Acad::ErrorStatus status = entity ? entity->transformBy(matrix) : entity.openStatus();
-            if (status != Acad::eOk)
-                return status;
-        }
-        return Acad::eOk;
-    }
-
-    void takeBack() {
-        run_.rollBack();
-        for (const AcDbObjectId id : appended_)
-            if (const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite); entity)
-                entity->erase();
-    }
-
-    const AcDbBlockReference& reference_;
-    AcDbDatabase& database_;
-    AcDbIdMapping& mapping_;
-    AcDbCloneRun run_;
-    std::vector<AcDbObjectId> appended_;
-};
+    return Acad::eOk;
+}
 
 } // namespace
 
@@ -170,9 +137,19 @@ Acad::ErrorStatus AcDbBlockReference::explodeToOwnerSpace() const {
     if (const Acad::ErrorStatus status = plan(*block, matrix, outcomes); status != Acad::eOk)
         return status;
     AcDbIdMapping mapping(database(), database());
+    AcDbSavepoint savepoint(*database());
+    savepoint.touch(ownerId());
     auto& events = acrxEventReactors();
     events.tell([&](AcRxEventReactor& r) { r.beginDeepClone(database(), mapping); });
-    const Acad::ErrorStatus status = Explosion(*this, *database(), mapping).run(outcomes, matrix);
+    AcDbCloneRun run(*database(), *database(), mapping, savepoint);
+    Acad::ErrorStatus status = place(*this, outcomes, run);
+    if (status == Acad::eOk) {
+        events.tell([&](AcRxEventReactor& r) { r.beginDeepCloneXlation(mapping); });
+        run.translate();
+        status = settle(*this, outcomes, mapping, matrix);
+    }
+    if (status != Acad::eOk)
+        savepoint.rollBack();
     events.tell(
         [&](AcRxEventReactor& r) { status == Acad::eOk ? r.endDeepClone(mapping) : r.abortDeepClone(mapping); });
     return status;

@@ -3,8 +3,10 @@
 #include "commands/object_changes.h"
 #include "db/block_reference.h"
 #include "db/database.h"
+#include "db/polylines.h"
 #include "db/tied_entities.h"
 
+#include <algorithm>
 #include <map>
 
 namespace vndk::host {
@@ -34,6 +36,21 @@ Acad::ErrorStatus appendParts(AcDbObjectId recordId, std::vector<AcDbEntity*> ra
 bool isExternal(const AcDbBlockReference& reference) {
     const AcDbObjectPointer<AcDbBlockTableRecord> block(reference.blockTableRecord());
     return block && block->isFromExternalReference();
+}
+
+/// True for a polyline that is wide somewhere.
+bool losesWidth(AcDbObjectId id) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (!entity)
+        return false;
+    if (const auto* const polyline = AcDbPolyline::cast(entity.object()))
+        return std::any_of(polyline->data().vertices.begin(), polyline->data().vertices.end(),
+                           [](const auto& vertex) { return vertex.startWidth > 0 || vertex.endWidth > 0; });
+    const auto* const old = AcDb2dPolyline::cast(entity.object());
+    return old && std::any_of(old->vertices().begin(), old->vertices().end(), [](AcDbObjectId vertexId) {
+               const AcDbObjectPointer<AcDb2dVertex> vertex(vertexId);
+               return vertex && (vertex->startWidth() > 0 || vertex->endWidth() > 0);
+           });
 }
 
 /// Why an object stays whole; empty when it came apart.
@@ -75,8 +92,12 @@ CommandResult explodeCommand(CommandContext& ctx) {
     std::map<std::string, size_t> whole;
     size_t exploded = 0;
     for (const AcDbObjectId id : acdbWithoutTied(objects)) {
+        const bool wide = losesWidth(id);
         const std::string reason = explodeObject(id);
         reason.empty() ? ++exploded : ++whole[reason];
+        if (wide && reason.empty())
+            ctx.print("\nExploding this polyline has lost width information."
+                      "\nThe UNDO command will restore it.");
     }
     std::string message;
     for (const auto& [reason, count] : whole)

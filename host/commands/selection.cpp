@@ -182,8 +182,10 @@ std::vector<AcDbObjectId> SelectionPrompt::everything() const {
     std::vector<AcDbObjectId> all;
     const AcDbObjectPointer<AcDbBlockTableRecord> space(ctx_.currentSpace());
     if (space)
-        std::copy_if(space->entities().begin(), space->entities().end(), std::back_inserter(all),
-                     [](AcDbObjectId id) { return !id.isErased(); });
+        std::copy_if(space->entities().begin(), space->entities().end(), std::back_inserter(all), [](AcDbObjectId id) {
+            const AcDbObjectPointer<AcDbEntity> entity(id);
+            return entity && !isSheet(*entity);
+        });
     return all;
 }
 

@@ -5,6 +5,7 @@
 #include "db/polylines.h"
 #include "db/solids.h"
 #include "db/text.h"
+#include "db/viewport.h"
 #include "ed/coordinates.h"
 
 #include <algorithm>
@@ -100,6 +101,15 @@ bool walkPolyline(const AcDbPolyline& polyline, const Walk& walk) {
     return false;
 }
 
+bool walkFrame(const AcDbViewport& viewport, const Walk& walk) {
+    const AcDbViewport::Data& data = viewport.data();
+    const auto corner = [&](double x, double y) {
+        return data.center + AcGeVector3d(x * data.width / 2, y * data.height / 2, 0);
+    };
+    return walk.line(corner(-1, -1), corner(1, -1)) || walk.line(corner(1, -1), corner(1, 1)) ||
+           walk.line(corner(1, 1), corner(-1, 1)) || walk.line(corner(-1, 1), corner(-1, -1));
+}
+
 std::optional<bool> walkOutline(const AcDbEntity& entity, const Walk& walk);
 
 /// By simpler forms. Nothing where there is none, and where it isn't worth it: text fills its box, and a reference
@@ -134,6 +144,8 @@ std::optional<bool> walkOutline(const AcDbEntity& entity, const Walk& walk) {
                 return true;
         return false;
     }
+    if (const auto* viewport = AcDbViewport::cast(&entity))
+        return walkFrame(*viewport, walk);
     if (const auto* polyline = AcDbPolyline::cast(&entity))
         return walkPolyline(*polyline, walk);
     return walkParts(entity, walk);

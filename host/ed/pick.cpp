@@ -2,10 +2,12 @@
 
 #include "db/database.h"
 #include "db/symbol_table.h"
+#include "db/viewport.h"
 #include "ed/coordinates.h"
 #include "ed/hit_test.h"
 #include "ed/host.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace vndk::host {
@@ -36,12 +38,26 @@ AcDbObjectId currentSpace(const AcDbDatabase& database) {
 }
 
 AcDbObjectId lastEntity(const AcDbDatabase& database) {
-    return lastOf(database, [](AcDbObjectId) { return true; });
+    return lastOf(database, [](AcDbObjectId id) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        return !entity || !isSheet(*entity);
+    });
 }
 
 bool isShown(const AcDbEntity& entity) {
     const AcDbObjectPointer<AcDbLayerTableRecord> layer(entity.layerId());
     return entity.visibility() == AcDb::kVisible && (!layer || (!layer->isOff() && !layer->isFrozen()));
+}
+
+bool isSheet(const AcDbEntity& entity) {
+    if (!entity.isKindOf(AcDbViewport::desc()))
+        return false;
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(entity.ownerId());
+    if (!space)
+        return false;
+    const auto isViewport = [](AcDbObjectId id) { return bool(AcDbObjectPointer<AcDbViewport>(id)); };
+    const auto first = std::find_if(space->entities().begin(), space->entities().end(), isViewport);
+    return first != space->entities().end() && *first == entity.objectId();
 }
 
 double pickAperture(Host& host) {
@@ -58,7 +74,7 @@ AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, do
         SelectionRectangle::between(ucsToWorld(database).inverse(), point - toCorner, point + toCorner);
     return lastOf(database, [&](AcDbObjectId id) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
-        return entity && isShown(*entity) && touches(*entity, box);
+        return entity && isShown(*entity) && !isSheet(*entity) && touches(*entity, box);
     });
 }
 

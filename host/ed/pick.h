@@ -21,6 +21,9 @@ AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, do
 /// False for an invisible entity and for one on a layer that is off or frozen.
 bool isShown(const AcDbEntity& entity);
 
+/// True for the first viewport of a paper space: it is the sheet itself, and no user can choose it.
+bool isSheet(const AcDbEntity& entity);
+
 /// The last entity of the current space that isn't erased; null if none.
 AcDbObjectId lastEntity(const AcDbDatabase& database);
 

@@ -38,6 +38,14 @@ TEST_F(ExplodeCommandTest, takesApartAndCanBeTakenBack) {
     EXPECT_EQ(blockContents("B"), "LINE 0,0 1,0\nCIRCLE 1,1 r 1");
 }
 
+TEST_F(ExplodeCommandTest, tellsThatWidthsAreLost) {
+    run("PLINE 0,0 1,0\n\nEXPLODE L\n\n");
+    EXPECT_FALSE(printed("lost width information")) << output;
+    run("PLINE 0,0 W 1 1 1,0\n\nEXPLODE L\n\n");
+    EXPECT_TRUE(printed("Exploding this polyline has lost width information.\nThe UNDO command will restore it."))
+        << output;
+}
+
 TEST_F(ExplodeCommandTest, oneLevelAtATimeAndWithoutAttributeValues) {
     run("LINE 0,0 1,0\n\n-BLOCK INNER 0,0 L\n\nATTDEF\n\nTAG\nprompt\ndefault\n0,2 1 0\n");
     insert("INNER", {1, 0, 0});

@@ -1,5 +1,6 @@
 // Which objects a selection takes, seen by what ERASE leaves.
 #include "commands_fixture.h"
+#include "db/viewport.h"
 
 namespace {
 
@@ -101,6 +102,27 @@ TEST_F(SelectionTest, whatStandsInTheOtherSpaceIsLeftOut) {
     EXPECT_EQ(drawn(), "");
     run("SETVAR TILEMODE 1\n");
     EXPECT_EQ(drawn(), "LINE 0,0 1,0");
+}
+
+TEST_F(SelectionTest, theSheetIsNoObject) {
+    run("SETVAR TILEMODE 0\n");
+    for (const double x : {5.0, 50.0}) {
+        auto* const viewport = new AcDbViewport;
+        AcDbViewport::Data data;
+        data.center = {x, 5, 0};
+        data.width = data.height = 10;
+        viewport->setFileData(data);
+        AcDbObjectId id;
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(database().paperSpaceId(), AcDb::kForWrite);
+        space->appendAcDbEntity(id, viewport);
+        viewport->close();
+    }
+    run("ERASE 50,5 51,6\n\n");
+    EXPECT_EQ(drawn(), "VIEWPORT\nVIEWPORT") << "a viewport is taken by its frame";
+    run("ERASE 50,0 5,0 5.5,1\n\n");
+    EXPECT_EQ(drawn(), "VIEWPORT");
+    run("ERASE ALL L C -9,-9 99,99\n\n");
+    EXPECT_EQ(drawn(), "VIEWPORT");
 }
 
 TEST_F(SelectionTest, layersHideAndLock) {

@@ -99,6 +99,43 @@ TEST_F(TransformTest, asksInTheWordsOfTheHost) {
         EXPECT_TRUE(printed(prompt)) << prompt << "\n" << output;
 }
 
+TEST_F(TransformTest, tellsWhoWatchesInOrder) {
+    class Watcher : public AcDbDatabaseReactor {
+    public:
+        explicit Watcher(std::vector<std::string>& events) : events_(events) {}
+        void objectAppended(const AcDbDatabase*, const AcDbObject* object) override { add("appended", object); }
+        void objectModified(const AcDbDatabase*, const AcDbObject* object) override { add("modified", object); }
+        void objectErased(const AcDbDatabase*, const AcDbObject* object, bool erased) override {
+            add(erased ? "erased" : "back", object);
+        }
+
+    private:
+        void add(const char* what, const AcDbObject* object) {
+            if (object->isKindOf(AcDbEntity::desc()))
+                events_.push_back(std::string(what) + " " + object->dxfName());
+        }
+        std::vector<std::string>& events_;
+    } watcher(events);
+    run("LINE 0,0 1,0\n\nPLINE 0,0 1,0\n\n");
+    database().addReactor(&watcher);
+    const struct {
+        const char* script;
+        std::vector<std::string> events;
+    } cases[] = {
+        {"MOVE 0,0\n\n0,0 0,1\n", {"start MOVE", "modified LWPOLYLINE", "end MOVE"}},
+        {"COPY 0,0\n\n0,0 0,2\n", {"start COPY", "appended LINE", "modified LINE", "end COPY"}},
+        {"EXPLODE 1,1\n\n", {"start EXPLODE", "appended LINE", "erased LWPOLYLINE", "end EXPLODE"}},
+        {"ERASE L\n\n", {"start ERASE", "erased LINE", "end ERASE"}},
+        {"MOVE L\n\n0,0\n\x1B", {"start MOVE", "cancel MOVE"}},
+    };
+    for (const auto& c : cases) {
+        events.clear();
+        run(c.script);
+        EXPECT_EQ(events, c.events) << c.script;
+    }
+    database().removeReactor(&watcher);
+}
+
 TEST_F(TransformTest, refusesAnswersThatMeanNothing) {
     run("LINE 0,0 1,0\n\n");
     host.commandLine().setInvalidAnswers(vndk::host::InvalidAnswers::FailCommand);
