@@ -2,6 +2,7 @@
 #include "db/clone_run.h"
 #include "db/opaque.h"
 #include "db/stub.h"
+#include "db/tied_entities.h"
 #include "db/usage.h"
 #include "dwg/drawing_reader.h"
 #include "dwg/drawing_writer.h"
@@ -139,7 +140,7 @@ Acad::ErrorStatus WblockRun::move(const AcGePoint3d& basePoint) {
             return Acad::eNotApplicable;
         return to_.setInsbase(basePoint);
     }
-    for (const AcDbObjectId id : entities) {
+    for (const AcDbObjectId id : acdbWithoutTied(entities)) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
         if (const Acad::ErrorStatus status = entity ? entity->transformBy(toOrigin) : entity.openStatus();
             status != Acad::eOk)
