@@ -17,6 +17,7 @@ def definition(tag, modes, former, x, y, height):
     return f"ATTDEF\n{switched}\n{tag}\n{prompt}{tag.lower()} value\n{FAR + x},{FAR + y}\n{height}\n0\n"
 
 
+# By "-BLOCK", since the module watches "BLOCK" and would upgrade a reference of the drawing.
 MAKE_BLOCK = (
     definition("PLAIN", 0, 0, 10, 20, 2.5)
     + definition("FIXED", 2, 0, 10, 16, 2.5)
@@ -26,7 +27,7 @@ MAKE_BLOCK = (
     + definition("CLEVER", 0, 4, 10, 0, 2.5)
     + f"VNDKATTDEF\nL\n{FAR + 1},{FAR}\n{FAR + 2},{FAR}\nstretch = value > 900\n\n"
     + f"LINE {FAR},{FAR} {FAR + 30},{FAR}\n\n"
-    + f"BLOCK DESK {FAR},{FAR}\nW {FAR - 50},{FAR - 50} {FAR + 500},{FAR + 500}\n\n")
+    + f"-BLOCK DESK {FAR},{FAR}\nW {FAR - 50},{FAR - 50} {FAR + 500},{FAR + 500}\n\n")
 
 INSERT = ('(c:_bInsert "DESK" (list 1.5 2.25 -3.0))\n'
           '(setvar "TILEMODE" 0)\n(c:_bInsert "desk" (list 100.0 200.0 0.0))\n(setvar "TILEMODE" 1)\n'
