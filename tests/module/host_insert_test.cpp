@@ -26,6 +26,7 @@ protected:
             return "?";
         return AcDbObjectPointer<VNDKAttribute>(reference->getAttribute(0))->textValue();
     }
+    static std::string classOf(AcDbObjectId id) { return AcDbObjectPointer<AcDbEntity>(id)->isA()->name(); }
     bool hasBlock(const char* name) { return AcDbObjectPointer<AcDbBlockTable>(database().blockTableId())->has(name); }
 };
 
@@ -73,8 +74,84 @@ TEST_F(HostInsertTest, ACancelLeavesTheDrawingAsItWas) {
 
 TEST_F(HostInsertTest, OtherCommandsKeepPlainReferences) {
     run("-INSERT DESK 0,0 1 1 0\n700");
-    ASSERT_EQ(modelSpace().size(), 1U);
-    EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(modelSpace()[0])->isA(), AcDbBlockReference::desc());
+    run("MINSERT DESK 0,0 1 1 0 2 1 10\n700");
+    EXPECT_THAT(output, HasSubstr("How wide <900>: ")) << "the host asks itself";
+    ASSERT_EQ(modelSpace().size(), 2U);
+    EXPECT_EQ(classOf(modelSpace()[0]), "AcDbBlockReference");
+    EXPECT_EQ(classOf(modelSpace()[1]), "AcDbMInsertBlock");
+}
+
+TEST_F(HostInsertTest, EachWayToTypeTheNameIsWatched) {
+    for (const char* typed : {"insert", "_Insert", ".INSERT", "_.dDiNsErT"}) {
+        run(std::string(typed) + " desk 0,0 1 1 0\n1200");
+        EXPECT_EQ(value(), "1200") << typed << output;
+        run("U");
+    }
+}
+
+TEST_F(HostInsertTest, TheOneAfterAnUndoIsUpgradedToo) {
+    for (int round = 0; round < 3; ++round) {
+        run("INSERT DESK 0,0 1 1 0\n1200");
+        EXPECT_EQ(value(), "1200") << round;
+        run("U");
+        ASSERT_TRUE(modelSpace().empty());
+    }
+    run("REDO");
+    EXPECT_EQ(value(), "1200");
+    run("INSERT DESK 5,0 1 1 0\n700");
+    EXPECT_EQ(modelSpace().size(), 4U);
+}
+
+TEST_F(HostInsertTest, ABlockInPiecesLeavesNothingToUpgrade) {
+    run("-INSERT DESK 0,0 1 1 0\n700");
+    run("INSERT *DESK 3,0 1 0");
+    EXPECT_FALSE(problem) << output;
+    ASSERT_EQ(modelSpace().size(), 3U) << output;
+    EXPECT_EQ(classOf(modelSpace()[0]), "AcDbBlockReference") << "it was last before";
+    EXPECT_EQ(database().attreq(), 1);
+    // A piece may itself be a reference, and a plain one that is new is upgraded.
+    run("BLOCK ROOM 0,0 ALL\n");
+    ASSERT_TRUE(modelSpace().empty()) << output;
+    run("INSERT *ROOM 0,0 1 0\n1200");
+    const auto ids = modelSpace();
+    EXPECT_THAT(output, HasSubstr("How wide <900>: "));
+    ASSERT_EQ(ids.size(), 4U) << output;
+    EXPECT_EQ(classOf(ids[2]), "VNDKBlockReference");
+    EXPECT_EQ(AcDbObjectPointer<VNDKAttribute>(ids[3])->textValue(), "1200");
+}
+
+TEST_F(HostInsertTest, ATransparentCommandThatIsCancelledForgetsTheLastReference) {
+    run("LINE 50,50 60,50\n");
+    run("LINE 50,60 60,60\n");
+    run("-INSERT DESK 0,0 1 1 0\n700");
+    run("BLOCK ONE 'ORTHOMODE 1\n0,0 55,50\n");
+    ASSERT_EQ(modelSpace().size(), 2U) << output;
+    EXPECT_EQ(classOf(modelSpace()[1]), "AcDbBlockReference") << "it was last before";
+    run("BLOCK TWO 'ORTHOMODE\n\x1B\n0,0 55,60\n\nforgotten");
+    EXPECT_THAT(output, HasSubstr("*Cancel*"));
+    EXPECT_EQ(value(), "forgotten") << output;
+    EXPECT_EQ(database().attreq(), 1);
+}
+
+TEST_F(HostInsertTest, EachDocumentHasItsOwnAttreqAndItsOwnLastReference) {
+    AcApDocument* const first = host.documents().curDocument();
+    const TempFolder folder;
+    run("WBLOCK " + (folder / "desk.dwg") + "\nDESK");
+    run("INSERT DESK 0,0 1 1 0\n1200");
+    run("ATTREQ 0");
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    run("INSERT " + (folder / "desk.dwg") + "\n0,0 1 1 0");
+    EXPECT_EQ(value(), "900") << "a new drawing begins with the setting that was made last" << output;
+    run("ATTREQ 1");
+    run("INSERT DESK 5,0 1 1 0\n700");
+    EXPECT_EQ(AcDbObjectPointer<VNDKAttribute>(modelSpace().back())->textValue(), "700") << output;
+    EXPECT_EQ(database().attreq(), 1);
+    host.documents().setCurDocument(first);
+    EXPECT_EQ(value(), "1200");
+    EXPECT_EQ(database().attreq(), 0);
+    run("INSERT DESK 5,0 1 1 0\n(setq seen 5)");
+    EXPECT_EQ(modelSpace().size(), 4U) << output;
+    EXPECT_EQ(database().attreq(), 0);
 }
 
 TEST_F(HostInsertTest, OneUndoTakesBackABlockOfAFileToo) {
@@ -89,6 +166,14 @@ TEST_F(HostInsertTest, OneUndoTakesBackABlockOfAFileToo) {
     run("U");
     EXPECT_TRUE(modelSpace().empty());
     EXPECT_FALSE(hasBlock("CHAIR"));
+    run("REDO");
+    EXPECT_EQ(value(), "from file");
+    EXPECT_TRUE(hasBlock("CHAIR"));
+    run("U");
+    EXPECT_TRUE(modelSpace().empty());
+    // The name is free again: the file is read anew.
+    run("INSERT " + file + "\n0,0 1 1 0\nonce more");
+    EXPECT_EQ(value(), "once more") << output;
 }
 
 } // namespace
