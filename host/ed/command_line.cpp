@@ -257,6 +257,8 @@ CommandResult CommandLine::execute(const Call& call, SuspendedCommand* feeder) {
     const CommandResult result = runFunction(call, running);
     tellEnd(running, result);
     std::erase(running_, &running);
+    if (running_.empty())
+        host_.variables().saveProfile();
     if (grouped)
         document->database()->undo().endGroup();
     if (!feeder)

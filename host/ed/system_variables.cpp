@@ -9,6 +9,7 @@
 #include <cmath>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
 namespace vndk::host {
 
@@ -178,9 +179,19 @@ VariableError SystemVariables::store(const VariableRow& row, const VariableValue
         document->database()->changeHeader(row.name, [&](dwg::HeaderVariables& header) {
             setHeaderValue(header, dwg::findHeaderRow(row.name)->member, value);
         });
-    if (row.place == VariablePlace::Profile && host_.profile())
-        host_.profile()->write(kProfileSection, row.name, text(value));
+    if (row.place == VariablePlace::Profile)
+        unsaved_.push_back(indexOf(row));
+    if (!host_.commandLine().commandActive())
+        saveProfile();
     return VariableError::None;
+}
+
+void SystemVariables::saveProfile() {
+    for (const size_t index : std::exchange(unsaved_, {})) {
+        const std::string value = text(kept_[index]);
+        if (host_.profile() && host_.profile()->read(kProfileSection, rows()[index].name) != value)
+            host_.profile()->write(kProfileSection, rows()[index].name, value);
+    }
 }
 
 VariableError SystemVariables::set(std::string_view name, const VariableValue& given) {

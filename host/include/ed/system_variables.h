@@ -60,8 +60,11 @@ public:
     /// Sets a read-only variable, for the host's own code.
     void force(std::string_view name, VariableValue value);
 
-    /// Reads the profile's values; afterwards changes are written there.
+    /// Reads the profile's values; afterwards changes are written there, those made while a command runs when it has
+    /// ended: what it sets for its own time only must not outlast a program that is killed meanwhile.
     void loadProfile();
+    /// Writes the changes that wait for the end of a command.
+    void saveProfile();
     /// Gives a new document's database the profile's values that it holds (ATTREQ, ATTDIA).
     void applyTo(AcApDocument& document) const;
 
@@ -81,6 +84,7 @@ private:
 
     Host& host_;
     std::vector<VariableValue> kept_; // profile and session values, by row
+    std::vector<size_t> unsaved_;     // rows of the profile that wait for the end of a command
 };
 
 } // namespace vndk::host

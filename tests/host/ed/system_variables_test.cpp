@@ -108,6 +108,18 @@ TEST_F(SystemVariablesTest, profileValuesGoToEachDrawingAndToTheProfile) {
     host.documents().appContextNewDocument(nullptr);
     EXPECT_TRUE(database().attdia());
     EXPECT_EQ(database().attreq(), 0);
+    // A command's own changes come into the profile at its end only.
+    struct Within : AcEditorReactor {
+        explicit Within(Store& s) : store(s) {}
+        void sysVarChanged(const char*, int) override { seen = store.values["Variables/ATTREQ"]; }
+        Store& store;
+        std::string seen;
+    } within(store);
+    host.editor().addReactor(&within);
+    host.runText("ATTREQ 1\n");
+    host.editor().removeReactor(&within);
+    EXPECT_EQ(within.seen, "0");
+    EXPECT_EQ(store.values["Variables/ATTREQ"], "1");
     host.setProfile(nullptr);
 }
 
