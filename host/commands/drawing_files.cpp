@@ -4,6 +4,7 @@
 #include "ed/host.h"
 #include "win32/drive_map.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <vector>
@@ -31,8 +32,11 @@ std::vector<std::string> searchFolders(const CommandContext& ctx) {
     const win32::DriveMap& drives = win32::DriveMap::current();
     std::vector<std::string> folders;
     const auto add = [&](const std::optional<std::string>& folder) {
-        if (folder)
-            folders.push_back(folder->ends_with('\\') ? *folder : *folder + '\\');
+        if (!folder)
+            return;
+        std::string whole = folder->ends_with('\\') ? *folder : *folder + '\\';
+        if (std::find(folders.begin(), folders.end(), whole) == folders.end())
+            folders.push_back(std::move(whole));
     };
     std::error_code ignored;
     add(drives.toDos(std::filesystem::current_path(ignored).string()));

@@ -112,8 +112,9 @@ private:
         if (!file) {
             ctx_.print("\n\"" + name.file + "\": Can't find file in search path:" + searchPathText(ctx_) +
                        "\n*Invalid*");
-            return refuse("There is no block and no drawing of that name: ? lists the blocks, and a drawing elsewhere "
-                          "needs its folder.");
+            return refuse(
+                "There is no block and no drawing of that name: ? lists the blocks, a drawing elsewhere needs "
+                "its folder, and a name with blanks stands between double quotes.");
         }
         if (!name.redefines) {
             source_.name = blockNameOf(*file);
