@@ -2,6 +2,7 @@
 
 #include "console.h"
 #include "dialog_driver.h"
+#include "dialog_steps.h"
 #include "dwg/codepage.h"
 #include "ed/host.h"
 #include "mfc/afx.h"
@@ -15,6 +16,7 @@
 #include <cstdio>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace vndk::app {
 
@@ -64,8 +66,29 @@ void complainAbout(const Problem& problem, const Options& options) {
     complain(script + ", line " + std::to_string(problem.line) + ": " + win32::toUtf8(problem.message));
 }
 
+/// Notices a step that stands in the script where no dialog is open, and so was taken for a command.
+class StepsWithoutDialog : public AcEditorReactor {
+public:
+    explicit StepsWithoutDialog(Host& host) : host_(host) { host_.editor().addReactor(this); }
+    ~StepsWithoutDialog() override { host_.editor().removeReactor(this); }
+    StepsWithoutDialog(const StepsWithoutDialog&) = delete;
+    StepsWithoutDialog& operator=(const StepsWithoutDialog&) = delete;
+
+    void unknownCommand(const char* cmdStr) override { met_ = isDialogStepKeyword(cmdStr); }
+
+    void explain(Problem& problem) {
+        if (std::exchange(met_, false) && problem.kind == Problem::Kind::UnknownCommand)
+            problem.message += " It is a step in a dialog, and no dialog is open here.";
+    }
+
+private:
+    Host& host_;
+    bool met_ = false;
+};
+
 ExitStatus runScript(Host& host, const Options& options, const std::string& text, DialogDriver& driver) {
     ExitStatus worst = kAllWell;
+    StepsWithoutDialog misplaced(host);
     host.commandLine().setInvalidAnswers(host::InvalidAnswers::FailCommand);
     host.commandLine().input().feed(text);
     for (;;) {
@@ -75,6 +98,7 @@ ExitStatus runScript(Host& host, const Options& options, const std::string& text
         if (auto failure = driver.takeFailure())
             result.problem = std::move(failure);
         if (result.problem) {
+            misplaced.explain(*result.problem);
             host.freshLine();
             complainAbout(*result.problem, options);
             worst = std::max(worst, statusOf(*result.problem));

@@ -355,6 +355,8 @@ std::variant<DialogStep, std::string> parseDialogStep(std::string_view line) {
     return step;
 }
 
+bool isDialogStepKeyword(std::string_view word) { return findRow(word) != nullptr; }
+
 std::string dialogStepKeywords() {
     std::string keywords;
     for (const KeywordRow& row : kRows)

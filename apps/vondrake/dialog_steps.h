@@ -59,6 +59,8 @@ bool holdsNoStep(std::string_view line);
 /// One line, without its end. In place of a step a sentence that says what is wrong with it.
 std::variant<DialogStep, std::string> parseDialogStep(std::string_view line);
 
+/// True for the keyword of a step.
+bool isDialogStepKeyword(std::string_view word);
 /// All keywords, for messages.
 std::string dialogStepKeywords();
 

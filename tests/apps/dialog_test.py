@@ -30,7 +30,8 @@ class Tips(Case):
         self.assertIn("DoNotShow=1", self.settings())
         # Once ticked they stay away, and the same lines are none any more.
         done = self.batch(RELOAD + "SHOW\n", status=1)
-        self.assertIn('line 3: Unknown command "SHOW"', done.stderr)
+        self.assertIn('line 3: Unknown command "SHOW".  Press F1 for help. '
+                      "It is a step in a dialog, and no dialog is open here.", done.stderr)
 
     def test_a_picture(self):
         self.batch(RELOAD + "PICTURE small.png\nPICTURE \"C:\\large one.png\" 3\nCLICK 1\n")
