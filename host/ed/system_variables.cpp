@@ -187,10 +187,13 @@ VariableError SystemVariables::store(const VariableRow& row, const VariableValue
 }
 
 void SystemVariables::saveProfile() {
+    ProfileStore* const profile = host_.profile();
     for (const size_t index : std::exchange(unsaved_, {})) {
+        const VariableRow& row = rows()[index];
         const std::string value = text(kept_[index]);
-        if (host_.profile() && host_.profile()->read(kProfileSection, rows()[index].name) != value)
-            host_.profile()->write(kProfileSection, rows()[index].name, value);
+        // What has come back to what it was needs no profile that can be written.
+        if (profile && profile->read(kProfileSection, row.name).value_or(row.standard) != value)
+            profile->write(kProfileSection, row.name, value);
     }
 }
 

@@ -120,6 +120,9 @@ TEST_F(SystemVariablesTest, profileValuesGoToEachDrawingAndToTheProfile) {
     host.editor().removeReactor(&within);
     EXPECT_EQ(within.seen, "0");
     EXPECT_EQ(store.values["Variables/ATTREQ"], "1");
+    store.values.clear();
+    host.runText("ATTREQ 1\n");
+    EXPECT_TRUE(store.values.empty()) << "it is the standard value";
     host.setProfile(nullptr);
 }
 
