@@ -71,8 +71,8 @@ Result<std::unique_ptr<DrawingLock>> DrawingLock::acquire(const std::string& dra
         const int file = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0644);
         if (file < 0)
             return Error{ErrorKind::CannotWrite,
-                         drawingPath + " can't be locked for writing (" + std::strerror(errno) +
-                             "). It can be read; save it under another name or folder.",
+                         drawingPath + " can't be locked for writing: " + std::strerror(errno) +
+                             ". Save it in a folder that is there and in which you may write.",
                          0};
         if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
             const std::string owner = ownerFrom(file);

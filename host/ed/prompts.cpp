@@ -110,7 +110,7 @@ void Prompts::remember(const AcGePoint3d& point) const {
 }
 
 PromptStatus Prompts::getPoint(std::string_view prompt, AcGePoint3d& point, const AcGePoint3d* /*base*/) {
-    const PromptStatus status = ask(prompt, TextForm::Word, "Invalid point.",
+    const PromptStatus status = ask(prompt, TextForm::Word, "Invalid point. Give it as x,y or x,y,z.",
                                     [&](const Answer& answer, int) { return takePoint(answer, point); });
     if (status == PromptStatus::Normal)
         remember(point);
@@ -301,7 +301,8 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
     if (!database)
         return lastStatus_ = PromptStatus::Error;
     AcDbObjectId found;
-    const PromptStatus status = ask(prompt, TextForm::Word, "Invalid point.", [&](const Answer& answer, int) {
+    constexpr const char* kComplaint = "Invalid point. Give a point on an object, or L for the last one.";
+    const PromptStatus status = ask(prompt, TextForm::Word, kComplaint, [&](const Answer& answer, int) {
         if (answer.kind == Kind::Value && answer.value.isEname()) {
             found.setFromOldId(static_cast<intptr_t>(answer.value.id()));
             return true;
@@ -317,6 +318,8 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
         if (!takePoint(answer, pickPoint))
             return false;
         found = entityAt(*database, pickPoint, pickAperture(host_));
+        if (found.isNull())
+            host_.print("\nThere is no object at that point.");
         return true;
     });
     if (status != PromptStatus::Normal)
