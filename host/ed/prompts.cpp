@@ -318,8 +318,10 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
         if (!takePoint(answer, pickPoint))
             return false;
         found = entityAt(*database, pickPoint, pickAperture(host_));
-        if (found.isNull())
-            host_.print("\nThere is no object at that point.");
+        if (found.isNull()) {
+            host_.freshLine();
+            host_.print("There is no object at that point.\n");
+        }
         return true;
     });
     if (status != PromptStatus::Normal)

@@ -244,6 +244,8 @@ TEST_F(EditAttribute, AsksUntilABlockIsPickedAndEndsWithSomethingElse) {
          at = printed.find("Select a block: ", at + 1))
         ++asked;
     EXPECT_EQ(asked, 4U);
+    EXPECT_THAT(printed, HasSubstr("300,300\nThere is no object at that point.\nSelect a block: "));
+    EXPECT_THAT(printed, HasSubstr("nonsense\nInvalid point. Give a point on an object, or L for the last one.\n"));
     EXPECT_THAT(texts(reference), ElementsAre("picked"));
 }
 
