@@ -122,7 +122,7 @@ AcDbObject* AcDbDatabase::objectOf(AcDbStub& stub) {
         return stub.object;
     AcDbObject* const object = source_->decode(stub);
     assert(object && "the source gives an object for all bytes");
-    stub.object = object;
+    stub.setObject(object);
     object->bindStub(&stub);
     object->dataRestored();
     return object;
@@ -137,7 +137,7 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
         (!stubs_.empty() && stubs_.back().handle.value() >= handleSeed_))
         return Acad::eOutOfRange;
     AcDbStub& stub = addStub(AcDbHandle(handleSeed_));
-    stub.object = object;
+    stub.setObject(object);
     stub.flags = kStubNew | kStubModified | kStubWriter;
     object->bindStub(&stub);
     object->setOwnerRaw(owner);

@@ -1,7 +1,7 @@
 #include "db/open.h"
 
-#include "db/class_of.h"
 #include "db/database.h"
+#include "db/is_a.h"
 #include "db/stub.h"
 
 #include <cstdio>
@@ -20,15 +20,21 @@ AcDbDatabase* AcDbObjectId::database() const { return stub_ ? stub_->database : 
 
 AcDbHandle AcDbObjectId::handle() const { return stub_ ? stub_->handle : AcDbHandle(); }
 
-AcRxClass* acdbClassOf(AcDbObjectId id) {
+void AcDbStub::setObject(AcDbObject* made) {
+    object = made;
+    cls = made ? made->isA() : nullptr;
+}
+
+bool acdbIsA(AcDbObjectId id, const AcRxClass* cls) {
     AcDbStub* const stub = id.stub();
     if (!stub)
-        return nullptr;
-    if (!stub->object && stub->bytes && stub->database->source())
-        if (AcRxClass* const known = stub->database->source()->classOf(*stub))
-            return known;
-    const AcDbObject* const object = stub->database->objectOf(*stub);
-    return object ? object->isA() : nullptr;
+        return false;
+    if (stub->object)
+        return stub->cls == cls;
+    AcDbObjectSource* const source = stub->database->source();
+    if (!stub->bytes || !source || !source->canBe(*stub, cls))
+        return false;
+    return stub->database->objectOf(*stub)->isA() == cls;
 }
 
 namespace {

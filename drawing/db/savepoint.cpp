@@ -63,7 +63,7 @@ void AcDbSavepoint::removeAdded() {
             continue;
         table->forgetLast();
         delete stub.object;
-        stub.object = nullptr;
+        stub.setObject(nullptr);
         stub.flags = kStubErased;
     }
     for (size_t i = slots_; i < stubs.size(); ++i) {
@@ -72,7 +72,7 @@ void AcDbSavepoint::removeAdded() {
         if (owner.isNull() || isHeld(stub) || !(isRemoved(owner) || AcDbDictionary::cast(owner.stub()->object)))
             continue;
         delete stub.object;
-        stub.object = nullptr;
+        stub.setObject(nullptr);
         stub.flags = kStubErased;
     }
 }

@@ -31,12 +31,6 @@ const AcDbStandInClass* acdbFindStandIn(std::string_view applicationName, std::s
     return it == classes.end() ? nullptr : &*it;
 }
 
-bool acdbHasStandIns(const AcRxClass* ordinary) {
-    const auto& classes = standIns();
-    return std::any_of(classes.begin(), classes.end(),
-                       [ordinary](const AcDbStandInClass& entry) { return entry.ordinary == ordinary; });
-}
-
 const AcDbStandInClass* acdbStandInOf(const AcRxClass* cls) {
     const auto& classes = standIns();
     const auto it =

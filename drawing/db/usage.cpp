@@ -54,7 +54,7 @@ void AcDbUsageCollector::collect() {
         passing->bindStub(&stub);
         collectObject(stub, *passing);
         if (stub.has(kStubDecodeFailed) && !stub.object)
-            stub.object = passing.release(); // the warning about it has been given
+            stub.setObject(passing.release()); // the warning about it has been given
     }
 }
 

@@ -16,7 +16,7 @@ public:
     DrawingSource(AcDbDatabase& database, std::shared_ptr<FileImage> image);
 
     AcDbObject* decode(AcDbStub& stub) override { return codec_.decode(stub); }
-    AcRxClass* classOf(const AcDbStub& stub) override { return codec_.classOf(stub); }
+    bool canBe(AcDbStub& stub, const AcRxClass* cls) override { return codec_.canBe(stub, cls); }
     std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) override;
 
     ObjectCodec& codec() { return codec_; }

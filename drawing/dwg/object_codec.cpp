@@ -92,19 +92,26 @@ AcDbObject* ObjectCodec::decode(AcDbStub& stub) {
     return toStandInClass(object);
 }
 
-AcRxClass* ObjectCodec::classOf(const AcDbStub& stub) const {
-    const uint16_t number = peekType(stub);
-    const ObjectType* const type = typeOf(number);
-    if (!type)
-        return context_.isEntity(number) ? AcDbOpaqueEntity::desc() : AcDbOpaqueObject::desc();
-    if (!acdbHasStandIns(type->desc()))
+bool ObjectCodec::canBe(AcDbStub& stub, const AcRxClass* cls) const {
+    if (!stub.cls)
+        stub.cls = classOfType(peekType(stub));
+    // What is damaged comes out as an opaque object, whatever its type.
+    if (stub.cls == cls || cls == AcDbOpaqueEntity::desc() || cls == AcDbOpaqueObject::desc())
+        return true;
+    const AcDbStandInClass* const standIn = acdbStandInOf(cls);
+    return standIn && stub.cls == standIn->ordinary && hasExtendedData(stub);
+}
+
+AcRxClass* ObjectCodec::classOfType(uint16_t number) const {
+    if (const ObjectType* const type = typeOf(number))
         return type->desc();
-    // Extended data may make a class of a library of it.
-    const std::span<const uint8_t> record(stub.bytes, stub.byteCount);
+    return context_.isEntity(number) ? AcDbOpaqueEntity::desc() : AcDbOpaqueObject::desc();
+}
+
+bool ObjectCodec::hasExtendedData(const AcDbStub& stub) const {
     ObjectFrame frame;
-    if (!parseFrame(record, context_, frame) || BitReader(stub.bytes, frame.eedBit, frame.eedEndBit).BS() != 0)
-        return nullptr;
-    return type->desc();
+    return parseFrame({stub.bytes, stub.byteCount}, context_, frame) &&
+           BitReader(stub.bytes, frame.eedBit, frame.eedEndBit).BS() != 0;
 }
 
 AcDbObject* ObjectCodec::decodeFields(AcDbStub& stub, const Record& record) {
@@ -239,8 +246,7 @@ bool ObjectCodec::encode(const AcDbObject& object, const ChainLinks& links, std:
     const AcDbStandInClass* const standIn = acdbStandInOf(object.isA());
     const AcDbOpaqueFields* const fields = opaqueFieldsOf(object);
     const ObjectType* const type =
-        fields ? nullptr
-               : findTypeOf(standIn ? standIn->ordinary : object.isA(), standIn ? nullptr : object.dxfName());
+        fields ? nullptr : findTypeOf(standIn ? standIn->ordinary : object.isA(), standIn ? nullptr : object.dxfName());
     const uint16_t number = numberOf(object, type, fields);
     if (number == 0)
         return false;
@@ -350,8 +356,9 @@ uint64_t ObjectCodec::writtenLayer(const AcDbEntity& entity) const {
 void ObjectCodec::writeEntityCommon(const AcDbEntity& entity, const ChainLinks& links) {
     const AcDbObjectId owner = entity.ownerId();
     const bool inModel = owner == database_.modelSpaceId(), inPaper = owner == database_.paperSpaceId();
-    const EntityMode mode =
-        inModel ? EntityMode::ModelSpace : inPaper ? EntityMode::PaperSpace : EntityMode::OwnerStored;
+    const EntityMode mode = inModel   ? EntityMode::ModelSpace
+                            : inPaper ? EntityMode::PaperSpace
+                                      : EntityMode::OwnerStored;
     const AcDbObjectId linetype = entity.linetypeId();
     const uint8_t linetypeFlags = linetype.isNull() || linetype == database_.byLayerLinetypeId() ? kByLayer
                                   : linetype == database_.byBlockLinetypeId()                    ? kByBlock

@@ -40,8 +40,8 @@ public:
 
     /// A new object, owned by the caller; never null.
     AcDbObject* decode(AcDbStub& stub);
-    /// The class of what decode would give; null where the type alone doesn't tell.
-    AcRxClass* classOf(const AcDbStub& stub) const;
+    /// Whether decode could give an object of exactly that class. Notes the type's class in the slot.
+    bool canBe(AcDbStub& stub, const AcRxClass* cls) const;
     /// Appends the object's record to `out`. False if it has none but its old bytes: its frame couldn't be read.
     bool encode(const AcDbObject& object, const ChainLinks& links, std::vector<uint8_t>& out);
 
@@ -54,6 +54,8 @@ private:
     AcDbObject* toStandInClass(AcDbObject* ordinary);
     const AcDbStandInClass* standInOf(const AcDbXData& data, AcDbObjectId& application) const;
     void warn(const AcDbStub& stub, const char* what);
+    AcRxClass* classOfType(uint16_t number) const;
+    bool hasExtendedData(const AcDbStub& stub) const;
     const ClassRecord* classOf(uint16_t number) const;
     const ObjectType* typeOf(uint16_t number) const;
 

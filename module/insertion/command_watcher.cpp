@@ -2,7 +2,7 @@
 // for no attribute values: the upgrade asks, when the command has ended.
 #include "ads/ads.h"
 #include "db/block_reference.h"
-#include "db/class_of.h"
+#include "db/is_a.h"
 #include "frame/palette_editor_reactor.h"
 #include "insertion/grip_points.h"
 #include "insertion/open_records.h"
@@ -34,7 +34,7 @@ AcDbBlockReference* OpenPlainReference(const AcDbBlockTableRecordIterator& itera
     AcDbObjectId id;
     AcDbEntity* pEntity = nullptr;
     // Spaces are large and seldom looked through otherwise: what is known to be something else isn't opened.
-    if (iterator.getEntityId(id) != Acad::eOk || acdbClassOf(id) != AcDbBlockReference::desc() ||
+    if (iterator.getEntityId(id) != Acad::eOk || !acdbIsA(id, AcDbBlockReference::desc()) ||
         iterator.getEntity(pEntity, AcDb::kForRead, false) != Acad::eOk)
         return nullptr;
     if (pEntity->isA() == AcDbBlockReference::desc())

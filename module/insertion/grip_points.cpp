@@ -1,6 +1,6 @@
 #include "insertion/grip_points.h"
 
-#include "db/class_of.h"
+#include "db/is_a.h"
 #include "insertion/open_records.h"
 #include "objects/grip_point.h"
 
@@ -18,7 +18,7 @@ std::unique_ptr<AcDbBlockTableRecordIterator> NewIterator(const AcDbBlockTableRe
 VNDKGripPoint* OpenGripPoint(const AcDbBlockTableRecordIterator& iterator) {
     AcDbObjectId id;
     AcDbEntity* pEntity = nullptr;
-    if (iterator.getEntityId(id) != Acad::eOk || acdbClassOf(id) != VNDKGripPoint::desc() ||
+    if (iterator.getEntityId(id) != Acad::eOk || !acdbIsA(id, VNDKGripPoint::desc()) ||
         iterator.getEntity(pEntity, AcDb::kForRead, false) != Acad::eOk)
         return nullptr;
     if (pEntity->isA() == VNDKGripPoint::desc() && pEntity->upgradeOpen() == Acad::eOk)

@@ -25,8 +25,8 @@ public:
     /// Decodes a slot's bytes into a new object, owned by the caller, with owner and common data set. An object
     /// whose fields are damaged or not modelled comes back as an opaque one: never null.
     virtual AcDbObject* decode(AcDbStub& stub) = 0;
-    /// The class that the slot's bytes will be decoded into; null where only decoding tells.
-    virtual AcRxClass* classOf(const AcDbStub& stub) = 0;
+    /// False if the slot's bytes can't become an object of exactly that class; true also where only decoding tells.
+    virtual bool canBe(AcDbStub& stub, const AcRxClass* cls) = 0;
     /// The ids of the chain of entities from `first` to `last` that `owner` holds, without decoding their fields. A
     /// chain that is broken, runs in a circle or leads to another's entities ends there, with a warning in the
     /// database.

@@ -34,7 +34,5 @@ void acdbRegisterStandIn(const AcDbStandInClass& standIn);
 void acdbUnregisterStandIn(AcRxClass* cls);
 /// The class registered under that application and class name; null if none.
 const AcDbStandInClass* acdbFindStandIn(std::string_view applicationName, std::string_view className);
-/// True if objects of that ordinary class can turn out to be of a registered one.
-bool acdbHasStandIns(const AcRxClass* ordinary);
 /// The registration of that class; null if it is an ordinary class.
 const AcDbStandInClass* acdbStandInOf(const AcRxClass* cls);
