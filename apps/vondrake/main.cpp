@@ -4,6 +4,7 @@
 #include "convert_command.h"
 #include "db/database.h"
 #include "desktop_mode.h"
+#include "drawing_picture.h"
 #include "ed/host.h"
 #include "facts.h"
 #include "mfc/winapp.h"
@@ -48,7 +49,8 @@ bool mapDrives(const Options& options) {
     return true;
 }
 
-ExitStatus showFacts(host::Host& host, const Options& options) {
+/// Reads the drawing of the options into an empty database, its Intelligent Blocks as such.
+ExitStatus readDrawing(host::Host& host, const Options& options, AcDbDatabase& database, std::string& hostPath) {
     if (!host.linker().loadModule("VNDKObjectsDbx.dbx", false)) {
         complain(win32::toUtf8(host.linker().lastError()));
         return kCommandFailed;
@@ -56,14 +58,36 @@ ExitStatus showFacts(host::Host& host, const Options& options) {
     const auto path = hostPathOf(options.drawing);
     if (!path)
         return kDrawingFailed;
+    hostPath = *path;
+    if (database.readDwgFile(hostPath.c_str(), kShareWithAll) == Acad::eOk)
+        return kAllWell;
+    complain(database.lastFileError());
+    return kDrawingFailed;
+}
+
+ExitStatus showFacts(host::Host& host, const Options& options) {
     AcDbDatabase database(false, true);
-    if (database.readDwgFile(path->c_str(), kShareWithAll) != Acad::eOk) {
-        complain(database.lastFileError());
-        return kDrawingFailed;
-    }
+    std::string path;
+    if (const ExitStatus status = readDrawing(host, options, database, path); status != kAllWell)
+        return status;
     JsonWriter json([](std::string_view piece) { writeOut(piece); });
-    writeFacts(database, readFileStart(*path), json);
+    writeFacts(database, readFileStart(path), json);
     return kAllWell;
+}
+
+ExitStatus makePicture(host::Host& host, const Options& options) {
+    AcDbDatabase database(false, true);
+    std::string path;
+    if (const ExitStatus status = readDrawing(host, options, database, path); status != kAllWell)
+        return status;
+    const auto inside = win32::fromUtf8(options.picture);
+    const auto target = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
+    const win32::Status status = win32::writePng(target.value_or(options.picture),
+                                                 drawPicture(database, options.pictureWidth, options.pictureHeight));
+    if (status.ok())
+        return kAllWell;
+    complain(status.message());
+    return kDrawingFailed;
 }
 
 ExitStatus showWindow(CWinApp& application, host::Host& host, const Options& options) {
@@ -91,6 +115,7 @@ ExitStatus run(const Options& options) {
     case Options::Task::Window:
     case Options::Task::Batch:
     case Options::Task::Facts:
+    case Options::Task::Picture:
         break;
     }
     if (!mapDrives(options))
@@ -101,10 +126,13 @@ ExitStatus run(const Options& options) {
     host::Host host;
     if (options.task == Options::Task::Facts)
         return showFacts(host, options);
+    if (options.task == Options::Task::Picture)
+        return makePicture(host, options);
     Profile profile(application);
     host.setProfile(&profile);
     addConvertCommand(host);
-    return options.task == Options::Task::Window ? showWindow(application, host, options) : runBatch(application, host, options);
+    return options.task == Options::Task::Window ? showWindow(application, host, options)
+                                                 : runBatch(application, host, options);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include <charconv>
 #include <optional>
 
 namespace vndk::app {
@@ -25,9 +26,26 @@ int scaleOf(const std::string& text) {
     return text.size() == 1 && text[0] >= '1' && text[0] <= '4' ? text[0] - '0' : kNoScale;
 }
 
+constexpr int kMostPictureSide = 16384;
+
+/// "WxH". Width and height become 0 when the text isn't of that form, or a side isn't from 1 to the largest.
+void takeSize(Options& options, const std::string& text) {
+    const char* const end = text.data() + text.size();
+    int width = 0, height = 0;
+    const auto first = std::from_chars(text.data(), end, width);
+    const bool hasBoth = first.ec == std::errc() && first.ptr != end && (*first.ptr == 'x' || *first.ptr == 'X');
+    const auto second = hasBoth ? std::from_chars(first.ptr + 1, end, height) : first;
+    const bool good = hasBoth && second.ec == std::errc() && second.ptr == end && width >= 1 && height >= 1 &&
+                      width <= kMostPictureSide && height <= kMostPictureSide;
+    options.pictureWidth = good ? width : 0;
+    options.pictureHeight = good ? height : 0;
+}
+
 constexpr OptionRow kRows[] = {
     {"--batch", kNeeded, [](Options& o, std::string v) { o.script = std::move(v); }, Task::Batch},
     {"--facts", kNeeded, [](Options& o, std::string v) { o.drawing = std::move(v); }, Task::Facts},
+    {"--png", kNeeded, [](Options& o, std::string v) { o.picture = std::move(v); }, Task::Picture},
+    {"--size", kNeeded, [](Options& o, std::string v) { takeSize(o, v); }, {}},
     {"--help", kNone, [](Options&, std::string) {}, Task::Help},
     {"--version", kNone, [](Options&, std::string) {}, Task::Version},
     {"--scale", kNeeded, [](Options& o, std::string v) { o.scale = scaleOf(v); }, {}},
@@ -90,7 +108,7 @@ private:
         if (row->value == kNeeded && value.empty())
             return complain("The value of the option " + std::string(name) + " is empty.");
         if (row->task && task_)
-            return complain("Only one of --batch, --facts, --help and --version can be given, and once.");
+            return complain("Only one of --batch, --facts, --png, --help and --version can be given, and once.");
         if (row->task)
             task_ = row->task;
         row->apply(options_, std::move(value));
@@ -98,10 +116,19 @@ private:
 
     void finish() {
         options_.task = task_.value_or(Task::Window);
-        const bool takesDrawing = options_.task == Task::Batch || options_.task == Task::Window;
+        const bool takesDrawing =
+            options_.task == Task::Batch || options_.task == Task::Window || options_.task == Task::Picture;
         const size_t most = takesDrawing ? 1 : 0;
         if (names_.size() > most)
             return complain("\"" + names_[most] + "\" is one argument too many.");
+        if (options_.task == Task::Picture && names_.empty())
+            return complain("The option --png needs a drawing.");
+        if (options_.pictureWidth == 0)
+            return complain("The value of --size is a width and a height of 1 to 16384 pixels, as in 800x600.");
+        const bool sized =
+            options_.pictureWidth != Options().pictureWidth || options_.pictureHeight != Options().pictureHeight;
+        if (sized && options_.task != Task::Picture)
+            return complain("The option --size goes with --png.");
         if (options_.scale == kNoScale)
             return complain("The value of --scale is a number from 1 to 4.");
         if (options_.scale != Options().scale && options_.task != Task::Window)
@@ -134,6 +161,7 @@ std::string_view helpText() {
     return "Usage: vondrake [DRAWING] [--scale N] [OPTION]...\n"
            "       vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
            "       vondrake --facts DRAWING [OPTION]...\n"
+           "       vondrake --png FILE [--size WxH] DRAWING [OPTION]...\n"
            "Puts Intelligent Blocks into drawings (.dwg, AC1015).\n"
            "\n"
            "  [DRAWING]                 open a window on DRAWING or else on a new drawing\n"
@@ -142,6 +170,8 @@ std::string_view helpText() {
            "                            on DRAWING or else on a new drawing\n"
            "  --keep-going              go on after a line that failed; the exit status tells of it\n"
            "  --facts DRAWING           write what is in DRAWING to standard output, as JSON\n"
+           "  --png FILE DRAWING        draw the model space of DRAWING into a PNG file\n"
+           "  --size WxH                pixels of the picture (800x600)\n"
            "  --drive LETTER=FOLDER     map a drive letter; may be given more than once\n"
            "                            (without it: C: is your home folder, Z: the root)\n"
            "  --profile FILE            keep settings in FILE\n"
@@ -149,7 +179,7 @@ std::string_view helpText() {
            "  --version                 show the version\n"
            "\n"
            "Exit status: 0 all went well; 1 a command or expression failed; 2 wrong arguments;\n"
-           "3 a drawing could not be read or written.\n";
+           "3 a drawing or picture could not be read or written.\n";
 }
 
 } // namespace vndk::app

@@ -10,12 +10,14 @@
 namespace vndk::app {
 
 struct Options {
-    enum class Task { Window, Batch, Facts, Help, Version };
+    enum class Task { Window, Batch, Facts, Picture, Help, Version };
     Task task = Task::Window;
     std::string script;  ///< Batch: its path, "-" for standard input
     std::string drawing; ///< as it was typed, in either form; empty for none
+    std::string picture; ///< Picture: path of the PNG file
+    int pictureWidth = 800, pictureHeight = 600;
     bool keepGoing = false;
-    int scale = 1; ///< Window: each of its pixels shows as scale x scale, 1 to 4
+    int scale = 1;                   ///< Window: each of its pixels shows as scale x scale, 1 to 4
     std::string profile;             ///< path of the system; empty for the usual one
     std::vector<std::string> drives; ///< "C=/home/me/cad", in the order given
 };

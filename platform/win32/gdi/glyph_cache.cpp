@@ -26,13 +26,6 @@ char32_t characterOf(std::uint8_t byte) {
     return utf8.empty() ? 0 : unit(0);
 }
 
-/// Control characters show the face's box for missing characters, as on the platform.
-FT_UInt glyphIndex(FT_Face face, std::uint8_t byte) {
-    const char32_t character = characterOf(byte);
-    const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
-    return control ? 0 : FT_Get_Char_Index(face, character);
-}
-
 bool bitAt(const FT_Bitmap& bitmap, int x, int y) {
     const unsigned char* row = bitmap.buffer + std::ptrdiff_t{bitmap.pitch} * y;
     return (row[x >> 3] & (0x80 >> (x & 7))) != 0;
@@ -71,6 +64,12 @@ void takePicture(const FT_GlyphSlotRec_& slot, const QuarterTurn& turn, Glyph& g
 }
 
 } // namespace
+
+unsigned glyphIndex(FT_FaceRec_* face, std::uint8_t byte) {
+    const char32_t character = characterOf(byte);
+    const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
+    return control ? 0 : FT_Get_Char_Index(face, character);
+}
 
 QuarterTurn QuarterTurn::fromTenths(int tenths) {
     constexpr int quarter = 900;

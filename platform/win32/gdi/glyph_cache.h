@@ -39,6 +39,10 @@ private:
     int turns_ = 0;
 };
 
+/// The face's number for a character of code page 1252. Control characters have that of the box for missing ones, as
+/// on the platform.
+[[nodiscard]] unsigned glyphIndex(FT_FaceRec_* face, std::uint8_t byte);
+
 class GlyphCache {
 public:
     /// `face` may be null: all glyphs are empty then. It must outlive the cache. `emWidth` 0 is as `emHeight`.

@@ -18,6 +18,7 @@ set(GDI_SOURCES
   gdi/font_files.cpp
   gdi/frame_control.cpp
   gdi/glyph_cache.cpp
+  gdi/glyph_outline.cpp
   gdi/icon.cpp
   gdi/icon_decode.cpp
   gdi/icon_draw.cpp

@@ -1,0 +1,156 @@
+#include "db/plane_math.h"
+#include "gi/entity_drawing_parts.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vndk::gi {
+
+namespace {
+
+constexpr double kTurn = 2 * kAcGePi;
+constexpr int kStepsOfSpan = 16; // of a spline, between two knots or points
+
+/// A round piece in the plane of a normal, at its foot and, with a thickness, at its top with the walls' ends between.
+void drawRound(const AcGePoint3d& center, double radius, const AcGeVector3d& normal, double start, double sweep,
+               double thickness, AcGiGeometry& geometry) {
+    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal);
+    const AcGePoint3d foot = toWorld * center;
+    const AcGeVector3d x = toWorld.xAxis() * radius, y = toWorld.yAxis() * radius;
+    geometry.ellipArc(foot, x, y, start, sweep);
+    if (thickness == 0)
+        return;
+    const AcGeVector3d up = extrusion(thickness, normal);
+    geometry.ellipArc(foot + up, x, y, start, sweep);
+    for (const double angle : {start, start + sweep}) {
+        const AcGePoint3d end = foot + x * std::cos(angle) + y * std::sin(angle);
+        geometry.polyline(std::array{end, end + up});
+    }
+}
+
+/// A point of a rational curve: coordinates times weight, and the weight.
+struct Weighted {
+    AcGeVector3d sum;
+    double weight = 0;
+};
+
+/// The curve's point by the scheme of de Boor. `span` is the knot interval that holds `u`.
+AcGePoint3d splinePoint(const AcDbSpline& spline, size_t span, double u) {
+    const AcDbSpline::Data& data = spline.data();
+    const size_t degree = static_cast<size_t>(data.degree);
+    std::vector<Weighted> column(degree + 1);
+    for (size_t j = 0; j <= degree; ++j) {
+        const size_t index = span - degree + j;
+        const double weight = data.weighted ? spline.weightAt(static_cast<int>(index)) : 1;
+        column[j] = {data.controlPoints[index].asVector() * weight, weight};
+    }
+    for (size_t level = 1; level <= degree; ++level)
+        for (size_t j = degree; j >= level; --j) {
+            const double low = data.knots[span - degree + j], high = data.knots[span + 1 + j - level];
+            const double share = high > low ? (u - low) / (high - low) : 0;
+            column[j] = {column[j - 1].sum * (1 - share) + column[j].sum * share,
+                         column[j - 1].weight * (1 - share) + column[j].weight * share};
+        }
+    const Weighted& result = column[degree];
+    const AcGeVector3d at = result.weight != 0 ? result.sum * (1 / result.weight) : result.sum;
+    return {at.x, at.y, at.z};
+}
+
+/// Knots and control points as the degree wants them.
+bool hasCurve(const AcDbSpline::Data& data) {
+    constexpr int kHighestDegree = 25;
+    return data.degree >= 1 && data.degree <= kHighestDegree &&
+           data.controlPoints.size() > static_cast<size_t>(data.degree) &&
+           data.knots.size() == data.controlPoints.size() + static_cast<size_t>(data.degree) + 1 &&
+           std::is_sorted(data.knots.begin(), data.knots.end());
+}
+
+std::vector<AcGePoint3d> controlledPoints(const AcDbSpline& spline) {
+    const AcDbSpline::Data& data = spline.data();
+    std::vector<AcGePoint3d> points;
+    for (size_t span = static_cast<size_t>(data.degree); span < data.controlPoints.size(); ++span) {
+        const double low = data.knots[span], high = data.knots[span + 1];
+        if (!(high > low))
+            continue;
+        for (int i = points.empty() ? 0 : 1; i <= kStepsOfSpan; ++i)
+            points.push_back(splinePoint(spline, span, low + (high - low) * i / kStepsOfSpan));
+    }
+    return points;
+}
+
+/// A smooth curve through points, where a file gives nothing else: cubic pieces whose tangents lie along the
+/// neighbours.
+std::vector<AcGePoint3d> fittedPoints(const AcDbSpline::Data& data) {
+    const std::vector<AcGePoint3d>& fit = data.fitPoints;
+    std::vector<AcGePoint3d> points;
+    const auto tangent = [&](size_t i) {
+        if (i == 0 && !data.startTangent.isZeroLength())
+            return data.startTangent.normal() * fit[1].distanceTo(fit[0]);
+        if (i + 1 == fit.size() && !data.endTangent.isZeroLength())
+            return data.endTangent.normal() * fit[i].distanceTo(fit[i - 1]);
+        const size_t before = i == 0 ? 0 : i - 1, behind = std::min(i + 1, fit.size() - 1);
+        return (fit[behind] - fit[before]) * (1.0 / static_cast<double>(behind - before));
+    };
+    for (size_t i = 0; i + 1 < fit.size(); ++i) {
+        const AcGeVector3d from = tangent(i), to = tangent(i + 1), chord = fit[i + 1] - fit[i];
+        for (int step = i == 0 ? 0 : 1; step <= kStepsOfSpan; ++step) {
+            const double t = static_cast<double>(step) / kStepsOfSpan;
+            points.push_back(fit[i] + chord * (t * t * (3 - 2 * t)) + from * (t * (1 - t) * (1 - t)) +
+                             to * (t * t * (t - 1)));
+        }
+    }
+    return points;
+}
+
+} // namespace
+
+double sweepOf(double start, double end) {
+    const double sweep = db::normalizedAngle(end - start);
+    return sweep > 0 ? sweep : kTurn;
+}
+
+void drawLine(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const AcDbLine::Data& data = static_cast<const AcDbLine&>(entity).data();
+    geometry.polyline(std::array{data.start, data.end});
+    if (data.thickness == 0)
+        return;
+    const AcGeVector3d up = extrusion(data.thickness, data.normal);
+    geometry.polyline(std::array{data.start, data.start + up, data.end + up, data.end});
+}
+
+void drawCircle(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const AcDbCircle::Data& data = static_cast<const AcDbCircle&>(entity).data();
+    drawRound(data.center, data.radius, data.normal, 0, kTurn, data.thickness, geometry);
+}
+
+void drawArc(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const AcDbArc::Data& data = static_cast<const AcDbArc&>(entity).data();
+    drawRound(data.center, data.radius, data.normal, data.startAngle, sweepOf(data.startAngle, data.endAngle),
+              data.thickness, geometry);
+}
+
+void drawEllipse(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const auto& ellipse = static_cast<const AcDbEllipse&>(entity);
+    geometry.ellipArc(ellipse.center(), ellipse.majorAxis(), ellipse.minorAxis(), ellipse.startParam(),
+                      sweepOf(ellipse.startParam(), ellipse.endParam()));
+}
+
+void drawRay(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const auto& ray = static_cast<const AcDbRay&>(entity);
+    geometry.ray(ray.basePoint(), ray.unitDir());
+}
+
+void drawXline(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const auto& line = static_cast<const AcDbXline&>(entity);
+    geometry.xline(line.basePoint(), line.unitDir());
+}
+
+void drawSpline(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const auto& spline = static_cast<const AcDbSpline&>(entity);
+    if (hasCurve(spline.data()))
+        geometry.polyline(controlledPoints(spline));
+    else
+        geometry.polyline(fittedPoints(spline.data()));
+}
+
+} // namespace vndk::gi

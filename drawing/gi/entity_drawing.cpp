@@ -1,0 +1,149 @@
+#include "gi/entity_drawing.h"
+
+#include "db/block_reference.h"
+#include "db/block_table.h"
+#include "db/database.h"
+#include "db/is_a.h"
+#include "db/opaque.h"
+#include "db/open.h"
+#include "db/point.h"
+#include "gi/entity_drawing_parts.h"
+
+#include <algorithm>
+
+namespace {
+
+using Draw = void (*)(const AcDbEntity&, AcGiGeometry&);
+
+void drawPoint(const AcDbEntity& entity, AcGiGeometry& geometry) {
+    const auto& point = static_cast<const AcDbPoint&>(entity);
+    geometry.point(point.position(), point.ecsRotation());
+}
+
+struct Row {
+    AcRxClass* cls;
+    Draw draw;
+};
+
+/// The function of the nearest class that an object is of: those of other libraries look like their bases.
+Draw drawerOf(const AcRxClass* cls) {
+    using namespace vndk::gi;
+    static const Row rows[] = {
+        {AcDbLine::desc(), drawLine},
+        {AcDbCircle::desc(), drawCircle},
+        {AcDbArc::desc(), drawArc},
+        {AcDbEllipse::desc(), drawEllipse},
+        {AcDbRay::desc(), drawRay},
+        {AcDbXline::desc(), drawXline},
+        {AcDbSpline::desc(), drawSpline},
+        {AcDbPolyline::desc(), drawPolyline},
+        {AcDb2dPolyline::desc(), draw2dPolyline},
+        {AcDb3dPolyline::desc(), draw3dPolyline},
+        {AcDbPolygonMesh::desc(), drawPolygonMesh},
+        {AcDbPolyFaceMesh::desc(), drawPolyFaceMesh},
+        {AcDbFilledArea::desc(), drawFilledArea},
+        {AcDbFace::desc(), drawFace},
+        {AcDbPoint::desc(), drawPoint},
+        {AcDbText::desc(), drawText},
+        {AcDbMText::desc(), drawMText},
+    };
+    for (; cls; cls = cls->myParent())
+        for (const Row& row : rows)
+            if (row.cls == cls)
+                return row.draw;
+    return nullptr;
+}
+
+void setTraits(const AcDbEntity& entity, AcGiSubEntityTraits& traits) {
+    traits.setLayer(entity.layerId());
+    traits.setColor(entity.colorIndex());
+    traits.setLineType(entity.linetypeId());
+    traits.setLineTypeScale(entity.linetypeScale());
+    traits.setLineWeight(entity.lineWeight());
+}
+
+void drawAttributes(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
+    for (const AcDbObjectId id : reference.attributes()) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        const auto* const attribute = entity ? AcDbAttribute::cast(entity.object()) : nullptr;
+        if (!attribute || attribute->isInvisible() || attribute->visibility() == AcDb::kInvisible)
+            continue;
+        setTraits(*attribute, context.subEntityTraits());
+        if (attribute->colorIndex() == kAcDbColorByBlock)
+            context.subEntityTraits().setColor(reference.colorIndex());
+        vndk::gi::drawTextLine(*attribute, attribute->textValue(), context.geometry());
+    }
+}
+
+void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.blockTableRecord());
+    if (record) {
+        const AcGeMatrix3d base = AcGeMatrix3d::translation(AcGePoint3d::kOrigin - record->origin());
+        const AcGeMatrix3d place = reference.blockTransform();
+        const auto* const array = AcDbMInsertBlock::cast(&reference);
+        const unsigned rows = array ? array->rows() : 1U, columns = array ? array->columns() : 1U;
+        // Rows and columns lie along the axes of the reference, whatever its scale.
+        const AcGeVector3d along = place.xAxis().normal() * (array ? array->columnSpacing() : 0);
+        const AcGeVector3d up = place.yAxis().normal() * (array ? array->rowSpacing() : 0);
+        for (unsigned row = 0; row < rows; ++row)
+            for (unsigned column = 0; column < columns; ++column)
+                context.geometry().block(reference.blockTableRecord(),
+                                         AcGeMatrix3d::translation(along * column + up * row) * place * base);
+    }
+    drawAttributes(reference, context);
+}
+
+/// A dimension's picture is a block of its own, which stands where it is seen. It is the only block that its record
+/// refers to, but for arrow heads.
+bool drawDimension(const AcDbOpaqueEntity& dimension, AcGiWorldDraw& context) {
+    for (const AcDbOpaqueFields::Reference& reference : dimension.fields().references) {
+        if (!acdbIsA(reference.id, AcDbBlockTableRecord::desc()))
+            continue;
+        const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.id);
+        if (!record || !record->isAnonymous())
+            continue;
+        context.geometry().block(reference.id, AcGeMatrix3d());
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    if (entity.visibility() == AcDb::kInvisible)
+        return true;
+    setTraits(entity, context.subEntityTraits());
+    if (const auto* const definition = AcDbAttributeDefinition::cast(&entity)) {
+        vndk::gi::drawTextLine(*definition, definition->tagValue(), context.geometry());
+        return true;
+    }
+    if (const auto* const reference = AcDbBlockReference::cast(&entity)) {
+        drawReference(*reference, context);
+        return true;
+    }
+    if (const Draw draw = drawerOf(entity.isA())) {
+        draw(entity, context.geometry());
+        return true;
+    }
+    const auto* const opaque = AcDbOpaqueEntity::cast(&entity);
+    return opaque && opaque->fields().typeName == "DIMENSION" && drawDimension(*opaque, context);
+}
+
+void acgiDrawBlock(const AcDbBlockTableRecord& record, bool definitions, AcGiWorldDraw& context) {
+    for (const AcDbObjectId id : record.entities()) {
+        if (id.isErased())
+            continue;
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        const auto* const definition = entity ? AcDbAttributeDefinition::cast(entity.object()) : nullptr;
+        if (!entity)
+            continue;
+        if (!definition || definitions) {
+            acgiDrawEntity(*entity, context);
+        } else if (definition->attributeData().flags & 2 && !definition->isInvisible() &&
+                   definition->visibility() == AcDb::kVisible) {
+            setTraits(*definition, context.subEntityTraits());
+            vndk::gi::drawTextLine(*definition, definition->textValue(), context.geometry());
+        }
+    }
+}

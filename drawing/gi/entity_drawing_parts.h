@@ -1,0 +1,36 @@
+// The drawing of single classes. Properties are set already. Private to this room.
+#pragma once
+
+#include "db/polylines.h"
+#include "db/solids.h"
+#include "db/text.h"
+#include "gi/drawable.h"
+
+namespace vndk::gi {
+
+void drawLine(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawCircle(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawArc(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawEllipse(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawRay(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawXline(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawSpline(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawPolyline(const AcDbEntity& entity, AcGiGeometry& geometry);
+void draw2dPolyline(const AcDbEntity& entity, AcGiGeometry& geometry);
+void draw3dPolyline(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawPolygonMesh(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawPolyFaceMesh(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawFilledArea(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawFace(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawText(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawMText(const AcDbEntity& entity, AcGiGeometry& geometry);
+
+/// A text entity's line with `shown` in place of its own value.
+void drawTextLine(const AcDbText& text, const std::string& shown, AcGiGeometry& geometry);
+
+/// The counter-clockwise sweep between two angles: above 0, a full turn for equal ones.
+double sweepOf(double start, double end);
+/// A piece of thickness along a normal: what is drawn stands at the foot and at the top.
+inline AcGeVector3d extrusion(double thickness, const AcGeVector3d& normal) { return normal * thickness; }
+
+} // namespace vndk::gi

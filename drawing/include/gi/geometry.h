@@ -1,0 +1,55 @@
+// What things are drawn with. Whoever draws gives points in its own coordinates, in drawing units; where they come
+// out, and how fine curves are divided, is the affair of what stands behind this interface.
+//
+// Numbers that are no numbers and pieces without length are accepted and draw nothing.
+#pragma once
+
+#include "db/object_id.h"
+#include "ge/matrix3d.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+/// A line of text in its place. Its width is known where its font is.
+struct AcGiText {
+    enum Along : unsigned char { kLeft, kCenter, kRight };
+    enum Across : unsigned char { kBaseLine, kBottom, kMiddle, kTop };
+
+    std::string text;       // code page 1252, without codes
+    AcDbObjectId style;     // a text style: the font
+    AcGePoint3d position;   // the point that `along` and `across` name
+    AcGeVector3d direction; // of the base line, length 1
+    AcGeVector3d up;        // of letters that don't lean, length 1
+    double height = 1;      // of capital letters
+    double widthFactor = 1;
+    double oblique = 0;     // radians, positive leans to the right
+    double fitWidth = 0;    // above 0: the text is made that wide
+    bool fitHeight = false; // ... by its height, keeping the proportions
+    Along along = kLeft;
+    Across across = kBaseLine;
+    bool backward = false, upsideDown = false;
+    bool underlined = false, overlined = false;
+};
+
+class AcGiGeometry {
+public:
+    virtual ~AcGiGeometry() = default;
+
+    virtual void polyline(std::span<const AcGePoint3d> points) = 0;
+    /// A filled area; its edge may cross itself.
+    virtual void polygon(std::span<const AcGePoint3d> corners) = 0;
+    /// The points center + major cos u + minor sin u, u from `start` on through `sweep` radians.
+    virtual void ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor, double start,
+                          double sweep) = 0;
+    virtual void text(const AcGiText& text) = 0;
+    /// How wide the text comes out, in drawing units, without regard to `fitWidth`.
+    virtual double textWidth(const AcGiText& text) = 0;
+    virtual void ray(const AcGePoint3d& base, const AcGeVector3d& direction) = 0;
+    virtual void xline(const AcGePoint3d& base, const AcGeVector3d& direction) = 0;
+    /// A point in the drawing's style for points, its mark's axes turned by `rotation` radians.
+    virtual void point(const AcGePoint3d& position, double rotation) = 0;
+    /// The contents of a block, in its own coordinates, through a transform. What they take from the reference they
+    /// take from the properties that are set.
+    virtual void block(AcDbObjectId record, const AcGeMatrix3d& transform) = 0;
+};

@@ -1,0 +1,79 @@
+// The contents of a block, ready to be drawn through any camera and any reference.
+//
+// Colours, layers, linetypes and lineweights are kept as the entities have them: what they take from a reference or a
+// layer is known only where the list is drawn.
+#pragma once
+
+#include "ge/extents.h"
+#include "gi/geometry.h"
+#include "gi/traits.h"
+#include "win32/fonts.h"
+
+#include <string>
+#include <vector>
+
+namespace vndk::gs {
+
+/// Properties as they are given.
+struct Look {
+    AcCmEntityColor color;
+    AcDbObjectId layer, linetype;
+    double linetypeScale = 1;
+    AcDb::LineWeight weight = AcDb::kLnWtByLayer;
+    bool operator==(const Look&) const = default;
+};
+
+/// One thing; `first` and `count` are places in the vector of its kind.
+struct Item {
+    enum class Kind : unsigned char { Polyline, Polygon, Arc, Text, Point, Endless, Block };
+    Kind kind = Kind::Polyline;
+    uint32_t look = 0;
+    uint32_t first = 0, count = 1;
+};
+
+/// center + major cos u + minor sin u.
+struct ArcShape {
+    AcGePoint3d center;
+    AcGeVector3d major, minor;
+    double start = 0, sweep = 0;
+};
+
+/// Letters whose outlines stand in units of their height: `x` and `y` are those units in the block's coordinates.
+struct TextShape {
+    AcGePoint3d origin;
+    AcGeVector3d x, y;
+    std::string letters;
+    const LOGFONTA* font = nullptr; // lives as long as the program
+    double width = 0;               // in units
+    bool underlined = false, overlined = false;
+};
+
+struct PointShape {
+    AcGePoint3d position;
+    double rotation = 0;
+};
+
+struct EndlessShape {
+    AcGePoint3d base;
+    AcGeVector3d direction;
+    bool bothWays = false;
+};
+
+struct BlockShape {
+    AcDbObjectId record;
+    AcGeMatrix3d transform; // into the coordinates of this list
+};
+
+struct DisplayList {
+    std::vector<Look> looks;
+    std::vector<AcDbExtents> boxes; // around the items of each look, blocks and endless lines aside
+    std::vector<Item> items;
+    std::vector<AcGePoint3d> points;
+    std::vector<ArcShape> arcs;
+    std::vector<TextShape> texts;
+    std::vector<PointShape> marks;
+    std::vector<EndlessShape> endless;
+    std::vector<BlockShape> blocks;
+};
+
+} // namespace vndk::gs

@@ -1,0 +1,49 @@
+// The device behind AcGsDevice.
+#pragma once
+
+#include "gs/device.h"
+#include "win32/window.h"
+
+#include <vector>
+
+namespace vndk::gs {
+
+class GraphicsView;
+
+class GraphicsDevice final : public AcGsDevice {
+public:
+    /// Null: in memory alone.
+    explicit GraphicsDevice(HWND window) : window_(window) { onSize(1, 1); }
+    ~GraphicsDevice() override { eraseAll(); }
+    GraphicsDevice(const GraphicsDevice&) = delete;
+    GraphicsDevice& operator=(const GraphicsDevice&) = delete;
+
+    void onSize(int width, int height) override;
+    int width() const override { return picture_.width; }
+    int height() const override { return picture_.height; }
+
+    bool add(AcGsView* view) override;
+    bool erase(AcGsView* view) override;
+    void eraseAll() override;
+
+    void setBackgroundColor(COLORREF color) override;
+    COLORREF backgroundColor() const override { return background_; }
+
+    void invalidate() override;
+    void update() override;
+    const win32::Picture& picture() const override { return picture_; }
+
+    /// Draws one view and shows the picture.
+    void show(GraphicsView& view);
+
+private:
+    void draw(GraphicsView& view);
+    void present();
+
+    HWND window_;
+    win32::Picture picture_;
+    std::vector<GraphicsView*> views_;
+    COLORREF background_ = 0;
+};
+
+} // namespace vndk::gs

@@ -1,0 +1,20 @@
+// The model behind AcGsModel.
+#pragma once
+
+#include "gs/display_lists.h"
+#include "gs/model.h"
+
+namespace vndk::gs {
+
+class GraphicsModel final : public AcGsModel {
+public:
+    void invalidate() override { lists_.clear(); }
+    bool visibleExtents(AcDbObjectId record, AcDbExtents& extents) override;
+
+    DisplayLists& lists() { return lists_; }
+
+private:
+    DisplayLists lists_;
+};
+
+} // namespace vndk::gs

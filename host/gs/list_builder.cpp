@@ -1,0 +1,138 @@
+#include "gs/list_builder.h"
+
+#include "gs/text_fonts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vndk::gs {
+
+namespace {
+
+constexpr double kDescent = 0.3; // of the height: how far letters reach below the base line
+
+bool isFinite(const AcGeVector3d& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+
+void addArcBox(AcDbExtents& box, const ArcShape& arc) {
+    // The whole ellipse reaches this far along each axis; a part is taken by its points.
+    const AcGeVector3d reach(std::hypot(arc.major.x, arc.minor.x), std::hypot(arc.major.y, arc.minor.y),
+                             std::hypot(arc.major.z, arc.minor.z));
+    if (std::fabs(arc.sweep) >= 2 * kAcGePi) {
+        box.addPoint(arc.center + reach);
+        box.addPoint(arc.center - reach);
+        return;
+    }
+    constexpr int kSteps = 32;
+    for (int i = 0; i <= kSteps; ++i) {
+        const double u = arc.start + arc.sweep * i / kSteps;
+        box.addPoint(arc.center + arc.major * std::cos(u) + arc.minor * std::sin(u));
+    }
+}
+
+void addTextBox(AcDbExtents& box, const TextShape& shape) {
+    for (const double across : {-kDescent, 1.0})
+        for (const double along : {0.0, shape.width})
+            box.addPoint(shape.origin + shape.x * along + shape.y * across);
+}
+
+} // namespace
+
+uint32_t ListBuilder::lookNumber() {
+    if (lastLook_ < list_.looks.size() && list_.looks[lastLook_] == look_)
+        return lastLook_;
+    const auto found = std::find(list_.looks.begin(), list_.looks.end(), look_);
+    lastLook_ = static_cast<uint32_t>(found - list_.looks.begin());
+    if (found == list_.looks.end()) {
+        list_.looks.push_back(look_);
+        list_.boxes.emplace_back();
+    }
+    return lastLook_;
+}
+
+void ListBuilder::add(Item::Kind kind, size_t first, size_t count) {
+    list_.items.push_back({kind, lookNumber(), static_cast<uint32_t>(first), static_cast<uint32_t>(count)});
+}
+
+void ListBuilder::addPoints(Item::Kind kind, std::span<const AcGePoint3d> points) {
+    const size_t first = list_.points.size();
+    for (const AcGePoint3d& p : points)
+        if (isFinite(p.asVector())) {
+            list_.points.push_back(p);
+            box().addPoint(p);
+        }
+    if (const size_t count = list_.points.size() - first; count > 0)
+        add(kind, first, count);
+}
+
+void ListBuilder::polyline(std::span<const AcGePoint3d> points) { addPoints(Item::Kind::Polyline, points); }
+void ListBuilder::polygon(std::span<const AcGePoint3d> corners) { addPoints(Item::Kind::Polygon, corners); }
+
+void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor,
+                           double start, double sweep) {
+    if (!isFinite(center.asVector()) || !isFinite(major) || !isFinite(minor) || !std::isfinite(start + sweep))
+        return;
+    // More than a full turn shows nothing new.
+    const double once = std::clamp(sweep, -2 * kAcGePi, 2 * kAcGePi);
+    add(Item::Kind::Arc, list_.arcs.size());
+    list_.arcs.push_back({center, major, minor, std::remainder(start, 2 * kAcGePi), once});
+    addArcBox(box(), list_.arcs.back());
+}
+
+double ListBuilder::textWidth(const AcGiText& text) {
+    return widthOf(text.text, fontOfStyle(text.style)) * text.height * text.widthFactor;
+}
+
+void ListBuilder::text(const AcGiText& text) {
+    TextShape shape;
+    shape.font = &fontOfStyle(text.style);
+    shape.letters = text.text;
+    shape.width = widthOf(text.text, *shape.font);
+    shape.underlined = text.underlined;
+    shape.overlined = text.overlined;
+    double height = text.height, along = text.height * text.widthFactor;
+    if (text.fitWidth > 0 && shape.width > 0) {
+        along = text.fitWidth / shape.width;
+        if (text.fitHeight && text.widthFactor > 0)
+            height = along / text.widthFactor;
+    }
+    const AcGeVector3d x = text.direction * (text.backward ? -along : along);
+    const AcGeVector3d y = text.up * (text.upsideDown ? -height : height);
+    const AcGeVector3d lean = text.direction * (height * std::tan(text.oblique) * (text.backward ? -1 : 1));
+    constexpr double kAlong[] = {0, 0.5, 1};
+    constexpr double kAcross[] = {0, -kDescent, 0.5, 1};
+    shape.x = x;
+    shape.y = y + lean;
+    shape.origin = text.position + x * (-kAlong[text.along] * shape.width) + y * -kAcross[text.across];
+    if (shape.letters.empty() || !isFinite(shape.origin.asVector()) || !isFinite(shape.x) || !isFinite(shape.y))
+        return;
+    addTextBox(box(), shape);
+    add(Item::Kind::Text, list_.texts.size());
+    list_.texts.push_back(std::move(shape));
+}
+
+void ListBuilder::ray(const AcGePoint3d& base, const AcGeVector3d& direction) {
+    add(Item::Kind::Endless, list_.endless.size());
+    list_.endless.push_back({base, direction, false});
+}
+
+void ListBuilder::xline(const AcGePoint3d& base, const AcGeVector3d& direction) {
+    add(Item::Kind::Endless, list_.endless.size());
+    list_.endless.push_back({base, direction, true});
+}
+
+void ListBuilder::point(const AcGePoint3d& position, double rotation) {
+    if (!isFinite(position.asVector()) || !std::isfinite(rotation))
+        return;
+    box().addPoint(position);
+    add(Item::Kind::Point, list_.marks.size());
+    list_.marks.push_back({position, rotation});
+}
+
+void ListBuilder::block(AcDbObjectId record, const AcGeMatrix3d& transform) {
+    if (record.isNull())
+        return;
+    add(Item::Kind::Block, list_.blocks.size());
+    list_.blocks.push_back({record, transform});
+}
+
+} // namespace vndk::gs

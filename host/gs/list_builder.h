@@ -1,0 +1,45 @@
+// Makes display lists: what drawables are given to draw with.
+#pragma once
+
+#include "gi/drawable.h"
+#include "gs/display_list.h"
+
+namespace vndk::gs {
+
+class ListBuilder : public AcGiWorldDraw, private AcGiGeometry, private AcGiDrawableTraits {
+public:
+    explicit ListBuilder(DisplayList& list) : list_(list) {}
+
+    AcGiGeometry& geometry() override { return *this; }
+    AcGiSubEntityTraits& subEntityTraits() override { return *this; }
+    AcGiDrawableTraits& drawableTraits() { return *this; }
+
+private:
+    void polyline(std::span<const AcGePoint3d> points) override;
+    void polygon(std::span<const AcGePoint3d> corners) override;
+    void ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor, double start,
+                  double sweep) override;
+    void text(const AcGiText& text) override;
+    double textWidth(const AcGiText& text) override;
+    void ray(const AcGePoint3d& base, const AcGeVector3d& direction) override;
+    void xline(const AcGePoint3d& base, const AcGeVector3d& direction) override;
+    void point(const AcGePoint3d& position, double rotation) override;
+    void block(AcDbObjectId record, const AcGeMatrix3d& transform) override;
+
+    void setTrueColor(const AcCmEntityColor& color) override { look_.color = color; }
+    void setLayer(AcDbObjectId layer) override { look_.layer = layer; }
+    void setLineType(AcDbObjectId linetype) override { look_.linetype = linetype; }
+    void setLineTypeScale(double scale) override { look_.linetypeScale = scale; }
+    void setLineWeight(AcDb::LineWeight weight) override { look_.weight = weight; }
+
+    void add(Item::Kind kind, size_t first, size_t count = 1);
+    void addPoints(Item::Kind kind, std::span<const AcGePoint3d> points);
+    uint32_t lookNumber();
+    AcDbExtents& box() { return list_.boxes[lookNumber()]; }
+
+    DisplayList& list_;
+    Look look_;
+    uint32_t lastLook_ = 0;
+};
+
+} // namespace vndk::gs

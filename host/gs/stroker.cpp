@@ -1,0 +1,110 @@
+#include "gs/stroker.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace vndk::gs {
+
+namespace {
+
+constexpr double kFinestPeriod = 3; // pixels; a finer pattern looks like an unbroken line
+
+double lengthOf(const Spot& v) { return std::hypot(v.x, v.y); }
+Spot between(const Spot& a, const Spot& b, double share) {
+    return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share};
+}
+
+} // namespace
+
+double Projector::scale() const {
+    return std::max({lengthOf((*this)(AcGeVector3d::kXAxis)), lengthOf((*this)(AcGeVector3d::kYAxis)),
+                     lengthOf((*this)(AcGeVector3d::kZAxis))});
+}
+
+Stroker::Stroker(Raster& raster, const Projector& projector, const Style& style)
+    : raster_(raster), projector_(projector), style_(style) {
+    if (!style.pattern)
+        return;
+    const double period = style.pattern->length * style.patternScale;
+    if (period * projector.scale() >= kFinestPeriod && std::isfinite(period))
+        period_ = period;
+}
+
+void Stroker::piece(const Spot& a, const Spot& b) {
+    raster_.line(a, b, style_.color);
+    const Spot along{b.x - a.x, b.y - a.y};
+    const double length = lengthOf(along);
+    if (style_.width <= 1 || !(length > 0))
+        return;
+    const double half = style_.width / 2.0;
+    const Spot side{-along.y / length * half, along.x / length * half};
+    const std::array corners = {Spot{a.x + side.x, a.y + side.y}, Spot{b.x + side.x, b.y + side.y},
+                                Spot{b.x - side.x, b.y - side.y}, Spot{a.x - side.x, a.y - side.y}};
+    raster_.fill(corners, std::array{corners.size()}, style_.color);
+}
+
+void Stroker::draw(std::span<const AcGePoint3d> points) {
+    if (points.empty())
+        return;
+    if (points.size() == 1)
+        return raster_.dot(projector_(points[0]), style_.color);
+    if (period_ > 0)
+        return drawBroken(points);
+    Spot last = projector_(points[0]);
+    for (const AcGePoint3d& point : points.subspan(1)) {
+        const Spot next = projector_(point);
+        piece(last, next);
+        last = next;
+    }
+}
+
+void Stroker::drawBroken(std::span<const AcGePoint3d> points) {
+    double total = 0;
+    for (size_t i = 0; i + 1 < points.size(); ++i)
+        total += points[i].distanceTo(points[i + 1]);
+    double begin = 0;
+    for (size_t i = 0; i + 1 < points.size(); ++i) {
+        const double length = points[i].distanceTo(points[i + 1]);
+        drawDashes(projector_(points[i]), projector_(points[i + 1]), length, begin, total);
+        begin += length;
+    }
+}
+
+/// The dashes of a piece that begins that far along its run. The run begins and ends with the same share of a dash.
+void Stroker::drawDashes(const Spot& a, const Spot& b, double length, double begin, double total) {
+    const PixelRect& clip = raster_.clip();
+    double from = 0, to = 1;
+    if (!clipLine(a, b, clip.left, clip.top, clip.right + 1.0, clip.bottom + 1.0, from, to))
+        return;
+    const double first = std::max(style_.pattern->dashes[0] * style_.patternScale, 0.0);
+    const double periods = std::floor(total / period_);
+    if (!(length > 0) || !(periods >= 1))
+        return piece(a, b);
+    const double margin = (total - periods * period_ + first) / 2; // the dash at both ends
+    const double patternBegin = margin - first, patternEnd = total - margin;
+    const double seenFrom = begin + from * length, seenTo = begin + to * length;
+    const auto mark = [&](double low, double high) {
+        low = std::max(low, seenFrom);
+        high = std::min(high, seenTo);
+        if (low <= high)
+            piece(between(a, b, (low - begin) / length), between(a, b, (high - begin) / length));
+    };
+    if (seenFrom <= margin)
+        mark(0, margin);
+    if (seenTo >= patternEnd)
+        mark(patternEnd, total);
+    double at = patternBegin + std::max(std::floor((seenFrom - patternBegin) / period_), 0.0) * period_;
+    // Each turn is a period of at least some pixels on the screen; the guard is for what rounding makes of huge
+    // numbers.
+    constexpr int kMostPeriods = 20000;
+    for (int i = 0; i < kMostPeriods && at < std::min(seenTo, patternEnd); ++i)
+        for (const double dash : style_.pattern->dashes) {
+            const double end = at + std::fabs(dash) * style_.patternScale;
+            if (dash >= 0 && at < patternEnd)
+                mark(at, std::min(end, patternEnd));
+            at = end;
+        }
+}
+
+} // namespace vndk::gs

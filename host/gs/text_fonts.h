@@ -1,0 +1,19 @@
+// The fonts behind text styles.
+#pragma once
+
+#include "db/object_id.h"
+#include "win32/fonts.h"
+
+#include <string_view>
+
+namespace vndk::gs {
+
+/// The description of the face that comes nearest to the style's font file; the plain face for a style that can't be
+/// opened. Lives as long as the program.
+const LOGFONTA& fontOfStyle(AcDbObjectId style);
+/// The same for a font file's name, with or without its folder.
+const LOGFONTA& fontOfFile(std::string_view fileName);
+/// The advances together, in units of the height of capital letters.
+double widthOf(std::string_view letters, const LOGFONTA& font);
+
+} // namespace vndk::gs
