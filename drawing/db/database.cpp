@@ -1,5 +1,6 @@
 #include "db/database.h"
 
+#include "db/stand_in.h"
 #include "db/stub.h"
 #include "dwg/default_drawing.h"
 
@@ -145,6 +146,9 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
     dirty_ = true;
     undo_.recordAppended(stub);
     object->madeResident();
+    // Now, and not when the drawing is saved: what undo brings back mustn't meet an application of the same name.
+    if (const AcDbStandInClass* const standIn = acdbStandInOf(object->isA()))
+        registerApplication(standIn->applicationName);
     reactors_.tell([&](AcDbDatabaseReactor& r) { r.objectAppended(this, object); });
     return Acad::eOk;
 }

@@ -74,7 +74,7 @@ private:
         // Registering adds objects, so the classes are collected before.
         std::unordered_set<AcRxClass*> classes;
         for (const AcDbStub& stub : database_.stubs())
-            if ((stub.flags & kChanged) && stub.object)
+            if ((stub.flags & kChanged) && stub.object && !stub.has(kStubErased))
                 classes.insert(stub.object->isA());
         for (AcRxClass* const cls : classes)
             if (const AcDbStandInClass* const standIn = acdbStandInOf(cls))
