@@ -10,6 +10,8 @@
 #include "ge/vector.h"
 #include "objects/cond_formula.h"
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,12 +25,16 @@ public:
     void text(std::string_view value);
     void fixedPoint(const AcGePoint3d& point) { out_.point(10, point.x, point.y, point.z); }
     void movingPoint(const AcGePoint3d& point) { out_.point(11, point.x, point.y, point.z); }
-    void reference(const AcDbObjectId& id) { out_.handle(id.handle()); }
+    /// Null for an erased object, which isn't in the file.
+    void reference(const AcDbObjectId& id) { out_.handle(id.isErased() ? AcDbHandle() : id.handle()); }
+    /// Leaves out erased objects.
     template <class Id>
     void references(const std::vector<Id>& ids) {
-        number(static_cast<int>(ids.size()));
+        const auto isErased = [](const Id& id) { return id.isErased(); };
+        number(static_cast<int>(std::count_if(ids.begin(), ids.end(), std::not_fn(isErased))));
         for (const Id& id : ids)
-            reference(id);
+            if (!isErased(id))
+                reference(id);
     }
 
 private:

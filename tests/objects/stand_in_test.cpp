@@ -103,6 +103,27 @@ TEST_F(StandInTest, AReferenceLosesOnlyAttributesThatAreGone) {
     EXPECT_EQ(reference.insBase(), AcGePoint3d(1, 2, 3));
 }
 
+TEST_F(StandInTest, NoErasedObjectIsNamed) {
+    const AcDbObjectId kept = append(new AcDbPoint({0, 0, 0})), gone = append(new AcDbPoint({1, 0, 0}));
+    VNDKAttribute attribute;
+    attribute.setDefinitionId(AcDbSoftPointerId(gone));
+    VNDKBlockReference reference;
+    reference.appendAttribute(gone);
+    reference.appendAttribute(kept);
+    AcDbObjectPointer<AcDbPoint>(gone, AcDb::kForWrite)->erase();
+    std::vector<uint64_t> named;
+    for (const std::string& items : {written(attribute), written(reference)}) {
+        AcDbXDataReader reader(items);
+        for (AcDbXDataItem item; reader.next(item);)
+            if (!item.handle.isNull())
+                named.push_back(item.handle.value());
+    }
+    EXPECT_EQ(named, std::vector<uint64_t>{kept.handle().value()});
+    VNDKBlockReference after;
+    EXPECT_TRUE(read(after, written(reference)));
+    EXPECT_EQ(after.attributeCount(), 1);
+}
+
 TEST_F(StandInTest, AnotherVersionOrAnythingBehindTheEndIsRefused) {
     for (std::string items : samples()) {
         std::string longer = items;
