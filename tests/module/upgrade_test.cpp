@@ -49,6 +49,39 @@ TEST_F(UpgradeTest, DefinitionsOfBothClassesCountIfTheyArentConstant) {
     EXPECT_EQ(drawn(), "intelligent1 '1' '3'");
 }
 
+TEST_F(UpgradeTest, FormulasRunOnTheValuesUnlessADialogWouldHaveGivenThem) {
+    auto* const definition = new VNDKAttributeDefinition;
+    definition->setTag("WIDE");
+    definition->setPrompt("How wide");
+    definition->setTextString("900");
+    definition->setPosition({5, 5, 0});
+    definition->setConditionalPoint1({10, 0, 0});
+    definition->setConditionalPoint2({20, 0, 0});
+    auto* const formula = new CCondFormula;
+    ASSERT_EQ(formula->setText("stretch = value > 800"), Acad::eOk);
+    definition->AddFormula(formula);
+    append(block, definition);
+    const struct {
+        short attreq, attdia;
+        const char* line;
+        AcGePoint3d position;
+    } cases[] = {
+        {1, 0, "INSERT 1,2\n700", {11, 2, 0}},  // false: the first point
+        {1, 0, "INSERT 1,2\n1000", {21, 2, 0}}, // true: the second
+        {0, 0, "INSERT 1,2", {21, 2, 0}},       // the definition's own text counts as well
+        {0, 1, "INSERT 1,2", {6, 7, 0}},        // nothing is asked, and nothing moved
+    };
+    for (const auto& row : cases) {
+        database().setAttreq(row.attreq);
+        run("(setvar \"ATTDIA\" " + std::to_string(row.attdia) + ")");
+        run(row.line);
+        const AcDbObjectPointer<VNDKAttribute> made(modelSpace().back());
+        ASSERT_TRUE(made) << output;
+        EXPECT_EQ(made->position(), row.position) << row.line << row.attdia;
+        EXPECT_EQ(made->conditionalPoint1(), AcGePoint3d(11, 2, 0));
+    }
+}
+
 TEST_F(UpgradeTest, WithoutDefinitionsThereIsJustTheReference) {
     run("INSERT 1,1");
     EXPECT_EQ(drawn(), "intelligent1");
