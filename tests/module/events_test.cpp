@@ -85,6 +85,21 @@ TEST_F(Events, ClosingADrawingTakesTheWatcherOfTheSurvivingOne) {
     EXPECT_EQ(dataOf(first).blockWatcher(), nullptr);
 }
 
+TEST_F(Events, WatchersComeAndGoWithTheDocumentThatIsCurrent) {
+    openPalette();
+    AcApDocument* second = newDocument();
+    dataOf(second).DetachWatcher();
+    views.take();
+    docReactor.documentCreated(first); // as told of one that isn't current
+    EXPECT_NE(dataOf(second).blockWatcher(), nullptr);
+    docReactor.documentCreated(nullptr);
+    EXPECT_EQ(views.take(), "");
+    docReactor.documentDestroyed("gone.dwg");
+    EXPECT_EQ(dataOf(second).blockWatcher(), nullptr);
+    EXPECT_NE(dataOf(first).blockWatcher(), nullptr);
+    EXPECT_EQ(views.take(), "refresh ");
+}
+
 TEST_F(Events, WithoutAPaletteNewDocumentsAreNotWatched) {
     AcApDocument* second = newDocument();
     EXPECT_EQ(dataOf(second).blockWatcher(), nullptr);
@@ -114,8 +129,7 @@ TEST_F(Events, DrawingEventsReachThePalette) {
         {"endInsert of nothing", [&](auto& r) { r.endInsert(nullptr); }, ""},
         {"endDeepClone", [&](auto& r) { r.endDeepClone(mapping); }, "refresh "},
         {"beginWblock of a drawing", [&](auto& r) { r.beginWblock(&database, &database); }, "tab0 page "},
-        {"beginWblock of a block", [&](auto& r) { r.beginWblock(&database, &database, AcDbObjectId()); },
-         "tab0 page "},
+        {"beginWblock of a block", [&](auto& r) { r.beginWblock(&database, &database, AcDbObjectId()); }, "tab0 page "},
     };
     for (const auto& c : cases) {
         events.tell(c.event);

@@ -20,6 +20,7 @@ using testing::IsEmpty;
 namespace {
 
 std::vector<std::string> g_calls;
+int g_refusedCode = -1; // of the function that the host doesn't define
 
 /// The function that this one hides, found by the name that the linker knows it by.
 template <class Function>
@@ -64,7 +65,7 @@ int acedCmdUndefine(const char* name, int undefine) {
 
 int acedDefun(const char* name, int code) {
     g_calls.push_back("defun " + std::to_string(code) + ' ' + name);
-    return hidden<int(const char*, int)>("_Z9acedDefunPKci")(name, code);
+    return code == g_refusedCode ? 0 : hidden<int(const char*, int)>("_Z9acedDefunPKci")(name, code);
 }
 
 int acedRegFunc(int (*handler)(), int code) {
@@ -172,6 +173,15 @@ TEST_F(OrderTest, LoadAndUnloadCallTheHostInTheirOrderEachTime) {
                                          "unload VNDKObjectsDbx.dbx", "remove document reactor"));
         EXPECT_EQ(dlopen(MODULE_FOLDER "/VNDKKeldmoor.arx", RTLD_NOLOAD | RTLD_NOW), nullptr) << "it is unmapped";
     }
+}
+
+TEST_F(OrderTest, AFunctionThatCannotBeDefinedEndsTheRow) {
+    ASSERT_TRUE(host.linker().loadModule("VNDKKeldmoor.arx", false));
+    taken();
+    g_refusedCode = 1;
+    ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    g_refusedCode = -1;
+    EXPECT_THAT(taken(), ElementsAre("defun 0 c:_binsertfile", "handler 0", "defun 1 c:_binsert"));
 }
 
 TEST_F(OrderTest, ASecondDocumentGetsTheFunctionsAndNothingElse) {
