@@ -1,0 +1,141 @@
+// What entities ask to be drawn, without fonts and pixels.
+#include "db/database.h"
+#include "db/polylines.h"
+#include "db/solids.h"
+#include "db/text.h"
+#include "gi/entity_drawing.h"
+#include "gi/text_codes.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Keeps what it is asked to draw. Letters are as wide as half their height.
+class Recorder : public AcGiWorldDraw, private AcGiGeometry, private AcGiSubEntityTraits {
+public:
+    AcGiGeometry& geometry() override { return *this; }
+    AcGiSubEntityTraits& subEntityTraits() override { return *this; }
+
+    std::vector<std::vector<AcGePoint3d>> lines, areas;
+    std::vector<AcGiText> texts;
+
+private:
+    void polyline(std::span<const AcGePoint3d> p) override { lines.emplace_back(p.begin(), p.end()); }
+    void polygon(std::span<const AcGePoint3d> p) override { areas.emplace_back(p.begin(), p.end()); }
+    void ellipArc(const AcGePoint3d&, const AcGeVector3d&, const AcGeVector3d&, double, double) override {}
+    void text(const AcGiText& t) override { texts.push_back(t); }
+    double textWidth(const AcGiText& t) override { return static_cast<double>(t.text.size()) * t.height / 2; }
+    void ray(const AcGePoint3d&, const AcGeVector3d&) override {}
+    void xline(const AcGePoint3d&, const AcGeVector3d&) override {}
+    void point(const AcGePoint3d&, double) override {}
+    void block(AcDbObjectId, const AcGeMatrix3d&) override {}
+    void setTrueColor(const AcCmEntityColor&) override {}
+    void setLayer(AcDbObjectId) override {}
+    void setLineType(AcDbObjectId) override {}
+    void setLineTypeScale(double) override {}
+    void setLineWeight(AcDb::LineWeight) override {}
+};
+
+} // namespace
+
+TEST(TextCodesTest, SignsAreReplacedAndWhatIsNoCodeStays) {
+    using vndk::gi::withoutCodes;
+    EXPECT_EQ(withoutCodes("90%%d %%P1 %%c5 100%%% %%065").text, "90\xB0 \xB1"
+                                                                 "1 \xD8"
+                                                                 "5 100% A");
+    EXPECT_EQ(withoutCodes("\\U+20AC \\U+00e4 \\U+4E00 \\U+12").text, "\x80 \xE4 ? \\U+12");
+    EXPECT_EQ(withoutCodes("%%x 100%% %%999 %").text, "%%x 100%% %%999 %");
+    EXPECT_TRUE(withoutCodes("%%uA").underlined);
+    EXPECT_TRUE(withoutCodes("%%oA").overlined);
+}
+
+TEST(TextCodesTest, FormatsOfParagraphsGo) {
+    using vndk::gi::plainParagraph;
+    EXPECT_EQ(plainParagraph("{\\fArial|b1;one}\\P\\H2x;two \\S1/2; \\\\\\{\\}"), "one\ntwo 1/2 \\{}");
+    EXPECT_EQ(plainParagraph("\\A1;{\\C1;a\\~b"), "a b");
+    EXPECT_EQ(plainParagraph("\\fArial"), "");
+    EXPECT_EQ(plainParagraph("end\\"), "end\\");
+}
+
+TEST(EntityDrawingTest, SplinesBeginAndEndAtTheirControlPoints) {
+    AcDbSpline spline;
+    AcDbSpline::Data data;
+    data.controlPoints = {{0, 0, 0}, {0, 4, 0}, {4, 4, 0}, {4, 0, 0}};
+    data.knots = {0, 0, 0, 0, 1, 1, 1, 1};
+    spline.setFileData(data);
+    Recorder recorder;
+    EXPECT_TRUE(acgiDrawEntity(spline, recorder));
+    ASSERT_EQ(recorder.lines.size(), 1U);
+    const auto& line = recorder.lines[0];
+    EXPECT_TRUE(line.front().isEqualTo({0, 0, 0}));
+    EXPECT_TRUE(line.back().isEqualTo({4, 0, 0}));
+    EXPECT_TRUE(line[line.size() / 2].isEqualTo({2, 3, 0})) << "a cubic is three quarters up in its middle";
+
+    data.knots.pop_back(); // no curve by control points then
+    data.fitPoints = {{0, 0, 0}, {1, 1, 0}, {2, 0, 0}};
+    spline.setFileData(data);
+    EXPECT_TRUE(acgiDrawEntity(spline, recorder));
+    ASSERT_EQ(recorder.lines.size(), 2U);
+    EXPECT_NE(std::find(recorder.lines[1].begin(), recorder.lines[1].end(), AcGePoint3d(1, 1, 0)),
+              recorder.lines[1].end());
+}
+
+TEST(EntityDrawingTest, FacesLeaveOutTheirInvisibleEdges) {
+    AcDbFace face;
+    AcDbFace::Data data{{{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, 0b0101};
+    face.setFileData(data);
+    Recorder square;
+    acgiDrawEntity(face, square);
+    EXPECT_EQ(square.lines.size(), 2U);
+    EXPECT_EQ(square.lines[0][0], data.corners[1]);
+    // A triangle's third edge has no length; the fourth closes it.
+    data.corners[3] = data.corners[2];
+    data.invisibleEdges = 0b1000;
+    face.setFileData(data);
+    Recorder triangle;
+    acgiDrawEntity(face, triangle);
+    EXPECT_EQ(triangle.lines.size(), 2U);
+}
+
+TEST(EntityDrawingTest, WidthsTaperAndSolidsCross) {
+    AcDbPolyline polyline;
+    polyline.addVertexAt(0, {0, 0}, 0, 2, 4);
+    polyline.addVertexAt(1, {10, 0});
+    AcDbSolid solid;
+    AcDbFilledArea::Data data;
+    data.corners[1] = {1, 0};
+    data.corners[2] = {0, 1};
+    data.corners[3] = {1, 1};
+    solid.setFileData(data);
+    Recorder recorder;
+    acgiDrawEntity(polyline, recorder);
+    acgiDrawEntity(solid, recorder);
+    const std::vector<std::vector<AcGePoint3d>> expected = {{{0, 1, 0}, {10, 2, 0}, {10, -2, 0}, {0, -1, 0}},
+                                                            {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}};
+    EXPECT_EQ(recorder.areas, expected);
+    EXPECT_TRUE(recorder.lines.empty());
+}
+
+TEST(EntityDrawingTest, ParagraphsHangOnTheirAttachment) {
+    AcDbMText paragraph;
+    paragraph.setTextHeight(3);
+    paragraph.setWidth(9);
+    paragraph.setContents("one two\\Pabc defghijk");
+    for (const auto& [attachment, first] : {std::pair{1, -3.0}, {5, 6.0}, {9, 15.0}}) {
+        paragraph.setAttachment(attachment);
+        Recorder recorder;
+        acgiDrawEntity(paragraph, recorder);
+        ASSERT_EQ(recorder.texts.size(), 4U);
+        EXPECT_EQ(recorder.texts[3].text, "defghijk");
+        EXPECT_NEAR(recorder.texts[0].position.y, first, 1e-9);
+        EXPECT_NEAR(recorder.texts[3].position.y, first - 15, 1e-9);
+    }
+}
+
+TEST(EntityDrawingTest, TheInvisibleAsksForNothing) {
+    AcDbLine line({0, 0, 0}, {1, 0, 0});
+    line.setVisibility(AcDb::kInvisible);
+    Recorder recorder;
+    EXPECT_TRUE(acgiDrawEntity(line, recorder));
+    EXPECT_TRUE(recorder.lines.empty());
+}
