@@ -215,7 +215,7 @@ TEST_F(ExtremesTest, BlocksThatHoldThemselvesEnd) {
 
 TEST_F(ExtremesTest, SenselessDrawingsAreDrawnWithoutHarm) {
     Wild wild;
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < 15; ++round) {
         const AcDbObjectId block = newBlock(("b" + std::to_string(round)).c_str());
         for (int i = 0; i < 20; ++i)
             append(anything(wild, AcDbObjectId()), block);
