@@ -62,6 +62,10 @@ inline std::string fieldsOf(const AcDbObject& object, dwg::ObjectCodec& codec) {
 inline DrawingDigest digestOf(AcDbDatabase& database) {
     DrawingDigest digest;
     dwg::ObjectCodec codec(database, dwg::Version::R15, dwg::TextForm(), dwg::sourceOf(database).codec().classes());
+    // What names an erased object names nothing, as in a file.
+    for (AcDbStub& stub : database.stubs())
+        if (stub.has(kStubErased))
+            stub.set(kStubLeftOut);
     for (AcDbStub& stub : database.stubs()) {
         const AcDbObject* const object = stub.has(kStubErased) ? nullptr : database.objectOf(stub);
         if (!object)
@@ -71,6 +75,8 @@ inline DrawingDigest digestOf(AcDbDatabase& database) {
                                       std::to_string(object->ownerId().handle().value()) + ":" + contents + " | " +
                                       detail::fieldsOf(*object, codec);
     }
+    for (AcDbStub& stub : database.stubs())
+        stub.clear(kStubLeftOut);
     dwg::HeaderVariables header = database.header();
     header.HANDSEED = 0;
     header.TDUPDATE = {};
