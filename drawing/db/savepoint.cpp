@@ -53,6 +53,10 @@ void AcDbSavepoint::removeAdded() {
         return stub.readers > 0 || stub.has(kStubWriter) || stub.has(kStubNotifier);
     };
     const auto isRemoved = [this](AcDbObjectId id) { return id.stub() && id.stub()->index >= slots_ && !id.isValid(); };
+    // What stays may name objects of the drawing that it was copied from.
+    const auto letsGo = [this](AcDbStub& owner) {
+        return AcDbDictionary::cast(owner.object) || (blockOf(owner) && touched_.count(&owner));
+    };
     auto& stubs = database_.stubs();
     // A table takes its records from the end; everything else can only go behind its owner.
     for (size_t i = stubs.size(); i-- > slots_;) {
@@ -69,10 +73,13 @@ void AcDbSavepoint::removeAdded() {
     for (size_t i = slots_; i < stubs.size(); ++i) {
         AcDbStub& stub = stubs[i];
         const AcDbObjectId owner = stub.object ? stub.object->ownerId() : AcDbObjectId();
-        if (owner.isNull() || isHeld(stub) || !(isRemoved(owner) || AcDbDictionary::cast(owner.stub()->object)))
+        if (owner.isNull() || isHeld(stub) || !(isRemoved(owner) || letsGo(*owner.stub())))
             continue;
         delete stub.object;
         stub.setObject(nullptr);
         stub.flags = kStubErased;
     }
+    for (const auto& [stub, former] : touched_)
+        if (AcDbBlockTableRecord* const block = blockOf(*stub))
+            block->forgetRemovedEntities();
 }

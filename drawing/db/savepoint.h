@@ -15,10 +15,11 @@ public:
     AcDbSavepoint(const AcDbSavepoint&) = delete;
     AcDbSavepoint& operator=(const AcDbSavepoint&) = delete;
 
-    /// To be called before an object of the former state gets a record, an entry or a reference more.
+    /// To be called before an object of the former state gets a record, an entry, an entity or a reference more.
     void touch(AcDbObjectId object);
-    /// Brings the former state back. What was added is removed for good where it stood in a table, a dictionary or an
-    /// object that was added too, and stays as an erased object elsewhere; its handles aren't given again.
+    /// Brings the former state back. What was added is removed for good where it stood in a table, a dictionary, a
+    /// touched block or an object that was added too, and stays as an erased object elsewhere; its handles aren't given
+    /// again.
     void rollBack();
 
 private:

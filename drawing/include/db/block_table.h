@@ -80,6 +80,10 @@ public:
     const std::vector<AcDbObjectId>& references() const { return content_.references; }
     /// Forgets the references behind the first `count`.
     void forgetReferences(size_t count) { content_.references.resize(std::min(count, content_.references.size())); }
+    /// Forgets entities that aren't even erased objects any more.
+    void forgetRemovedEntities() {
+        std::erase_if(content_.entities, [](AcDbObjectId id) { return !id.isNull() && !id.isValid(); });
+    }
 
 private:
     friend class AcDbBlockTableRecordIterator;

@@ -80,6 +80,20 @@ TEST_F(RedefineBlock, keepsTheBlockWhenItWouldHoldItself) {
     EXPECT_EQ(acdbRedefineBlock(block, database), Acad::eSelfReference);
 }
 
+TEST_F(RedefineBlock, keepsNothingOfASourceThatItGaveUp) {
+    const size_t former = AcDbObjectPointer<AcDbBlockTableRecord>(block)->entities().size();
+    {
+        AcDbDatabase holds;
+        const AcDbObjectId inner = addRecord<AcDbBlockTable>(holds.blockTableId(), new AcDbBlockTableRecord, "desk");
+        put(holds, new AcDbLine({0, 0, 0}, {7, 0, 0}));
+        put(holds, new AcDbBlockReference({0, 0, 0}, inner));
+        ASSERT_EQ(acdbRedefineBlock(block, holds), Acad::eSelfReference);
+    }
+    EXPECT_EQ(AcDbObjectPointer<AcDbBlockTableRecord>(block)->entities().size(), former);
+    expectSavesWhole(database); // what was left would lead into the drawing that is gone
+    EXPECT_EQ(contents(), "LINE 0");
+}
+
 TEST_F(RedefineBlock, refusesWhatIsNoBlockOrNoDrawing) {
     AcDbDatabase nothing(false);
     EXPECT_EQ(acdbRedefineBlock({}, source), Acad::eNullObjectId);
