@@ -6,8 +6,8 @@
 #include <fstream>
 
 #include "db/database.h"
-#include "vondrake/facts.h"
 #include "rx/app_codes.h"
+#include "vondrake/facts.h"
 
 /// Of the object library: makes its classes known.
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* packet);

@@ -13,7 +13,7 @@ public:
     void print(std::string_view) override {}
 };
 
-}  // namespace
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     SilentHost host;

@@ -34,9 +34,7 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId block) {
     return status;
 }
 
-AcGePoint3d AcDbBlockReference::position() const {
-    return AcGeMatrix3d::planeToWorld(data_.normal) * data_.position;
-}
+AcGePoint3d AcDbBlockReference::position() const { return AcGeMatrix3d::planeToWorld(data_.normal) * data_.position; }
 
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
     return acdbSetMember(*this, data_.position, AcGeMatrix3d::worldToPlane(data_.normal) * position);
@@ -48,9 +46,7 @@ Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) 
     return acdbSetMember(*this, data_.scale, scale);
 }
 
-Acad::ErrorStatus AcDbBlockReference::setRotation(double angle) {
-    return acdbSetMember(*this, data_.rotation, angle);
-}
+Acad::ErrorStatus AcDbBlockReference::setRotation(double angle) { return acdbSetMember(*this, data_.rotation, angle); }
 
 Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
     Data turned = data_;
@@ -178,8 +174,7 @@ void AcDbBlockReference::visitReferences(AcDbReferenceVisitor& visitor) {
     subentities_.visit(*this, visitor);
 }
 
-Acad::ErrorStatus AcDbMInsertBlock::setArray(uint16_t columns, uint16_t rows, double columnSpacing,
-                                             double rowSpacing) {
+Acad::ErrorStatus AcDbMInsertBlock::setArray(uint16_t columns, uint16_t rows, double columnSpacing, double rowSpacing) {
     if (columns == 0 || rows == 0)
         return Acad::eInvalidInput;
     return acdbSetMember(*this, array_, ArrayData{columns, rows, columnSpacing, rowSpacing});
@@ -189,8 +184,8 @@ Acad::ErrorStatus AcDbMInsertBlock::getGeomExtents(AcDbExtents& extents) const {
     const Acad::ErrorStatus status = AcDbBlockReference::getGeomExtents(extents);
     if (status != Acad::eOk)
         return status;
-    const AcGeMatrix3d turn = AcGeMatrix3d::planeToWorld(normal()) *
-                              AcGeMatrix3d::rotation(rotation(), AcGeVector3d::kZAxis);
+    const AcGeMatrix3d turn =
+        AcGeMatrix3d::planeToWorld(normal()) * AcGeMatrix3d::rotation(rotation(), AcGeVector3d::kZAxis);
     AcDbExtents last = extents;
     last.transformBy(AcGeMatrix3d::translation(turn * AcGeVector3d((array_.columns - 1) * array_.columnSpacing, 0, 0)));
     extents.addExt(last);

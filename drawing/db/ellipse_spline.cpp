@@ -19,9 +19,8 @@ Acad::ErrorStatus AcDbEllipse::setRadiusRatio(double ratio) {
     return ratio > 0 && ratio <= 1 ? acdbSetMember(*this, data_.ratio, ratio) : Acad::eInvalidInput;
 }
 
-Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d& normal,
-                                   const AcGeVector3d& majorAxis, double radiusRatio, double startParam,
-                                   double endParam) {
+Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& center, const AcGeVector3d& normal, const AcGeVector3d& majorAxis,
+                                   double radiusRatio, double startParam, double endParam) {
     constexpr double kRightAngle = 1e-6;
     if (normal.isZeroLength() || majorAxis.isZeroLength() ||
         std::fabs(normal.normal().dotProduct(majorAxis.normal())) > kRightAngle)
@@ -105,12 +104,10 @@ Acad::ErrorStatus AcDbSpline::getFitPointAt(int index, AcGePoint3d& point) const
 
 double AcDbSpline::weightAt(int index) const {
     return index >= 0 && static_cast<size_t>(index) < data_.weights.size() ? data_.weights[static_cast<size_t>(index)]
-                                                                            : 1.0;
+                                                                           : 1.0;
 }
 
-Acad::ErrorStatus AcDbSpline::getStartPoint(AcGePoint3d& point) const {
-    return pointOf(shapePoints(data_), 0, point);
-}
+Acad::ErrorStatus AcDbSpline::getStartPoint(AcGePoint3d& point) const { return pointOf(shapePoints(data_), 0, point); }
 
 Acad::ErrorStatus AcDbSpline::getEndPoint(AcGePoint3d& point) const {
     return pointOf(shapePoints(data_), static_cast<int>(shapePoints(data_).size()) - 1, point);

@@ -127,8 +127,8 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
 
 void AcDbEntity::fillDatabaseDefaults(AcDbDatabase* database) {
     const CommonData untouched;
-    const CommonData given{layer_, linetype_, plotStyle_, linetypeScale_, color_, lineWeight_, visibility_,
-                           plotStyleType_};
+    const CommonData given{layer_, linetype_,   plotStyle_,  linetypeScale_,
+                           color_, lineWeight_, visibility_, plotStyleType_};
     setDatabaseDefaults(database);
     if (!given.layer.isNull())
         layer_ = given.layer;

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr short kWidths[] = {0,  5,  9,  13, 15, 18, 20,  25,  30,  35,  40,  50,
+constexpr short kWidths[] = {0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
                              53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
 constexpr unsigned kByLayerCode = 29;
 constexpr unsigned kByBlockCode = 30;

@@ -55,12 +55,12 @@ struct GroupRange {
 
 // Group codes as DXF defines them; entity names stand at -1, -2 and the pointer codes.
 constexpr GroupRange kGroupRanges[] = {
-    {-2, -1, RTENAME},    {-4, -3, RTNONE},     {0, 9, RTSTR},         {10, 39, RT3DPOINT}, {40, 59, RTREAL},
-    {60, 79, RTSHORT},    {90, 99, RTLONG},     {100, 102, RTSTR},     {105, 105, RTSTR},   {110, 119, RT3DPOINT},
-    {140, 149, RTREAL},   {170, 179, RTSHORT},  {210, 239, RT3DPOINT}, {270, 299, RTSHORT}, {300, 309, RTSTR},
-    {320, 329, RTSTR},    {330, 369, RTENAME},  {370, 389, RTSHORT},   {390, 399, RTENAME}, {400, 409, RTSHORT},
-    {410, 419, RTSTR},    {420, 429, RTLONG},   {440, 459, RTLONG},    {460, 469, RTREAL},  {999, 1003, RTSTR},
-    {1005, 1005, RTSTR},  {1010, 1039, RT3DPOINT}, {1040, 1059, RTREAL}, {1060, 1070, RTSHORT}, {1071, 1071, RTLONG},
+    {-2, -1, RTENAME},   {-4, -3, RTNONE},        {0, 9, RTSTR},         {10, 39, RT3DPOINT},   {40, 59, RTREAL},
+    {60, 79, RTSHORT},   {90, 99, RTLONG},        {100, 102, RTSTR},     {105, 105, RTSTR},     {110, 119, RT3DPOINT},
+    {140, 149, RTREAL},  {170, 179, RTSHORT},     {210, 239, RT3DPOINT}, {270, 299, RTSHORT},   {300, 309, RTSTR},
+    {320, 329, RTSTR},   {330, 369, RTENAME},     {370, 389, RTSHORT},   {390, 399, RTENAME},   {400, 409, RTSHORT},
+    {410, 419, RTSTR},   {420, 429, RTLONG},      {440, 459, RTLONG},    {460, 469, RTREAL},    {999, 1003, RTSTR},
+    {1005, 1005, RTSTR}, {1010, 1039, RT3DPOINT}, {1040, 1059, RTREAL},  {1060, 1070, RTSHORT}, {1071, 1071, RTLONG},
 };
 
 } // namespace

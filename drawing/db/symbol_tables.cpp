@@ -32,7 +32,9 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId linetyp
     return linetype.isNull() ? Acad::eNullObjectId : acdbSetMember(*this, linetype_, linetype);
 }
 
-Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(short weight) { return acdbSetMember(*this, lineWeight_, weight); }
+Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(short weight) {
+    return acdbSetMember(*this, lineWeight_, weight);
+}
 
 void AcDbLayerTableRecord::visitReferences(AcDbReferenceVisitor& visitor) {
     AcDbSymbolTableRecord::visitReferences(visitor);

@@ -15,8 +15,7 @@ constexpr size_t kLongestText = 32000;
 
 } // namespace
 
-AcDbText::AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId style, double height,
-                   double rotation) {
+AcDbText::AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId style, double height, double rotation) {
     data_.position = {position.x, position.y};
     data_.elevation = position.z;
     data_.text = text ? text : "";
@@ -27,8 +26,7 @@ AcDbText::AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId s
 }
 
 AcGePoint3d AcDbText::position() const {
-    return AcGeMatrix3d::planeToWorld(data_.normal) *
-           AcGePoint3d(data_.position.x, data_.position.y, data_.elevation);
+    return AcGeMatrix3d::planeToWorld(data_.normal) * AcGePoint3d(data_.position.x, data_.position.y, data_.elevation);
 }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& point) {
@@ -105,7 +103,8 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
 Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase* /*database*/) {
     if (isDefaultAlignment() || data_.horizontal == AcDb::kTextAlign || data_.horizontal == AcDb::kTextFit)
         return Acad::eOk;
-    const double width = static_cast<double>(data_.text.size()) * kMeanCharacterWidth * data_.height * data_.widthFactor;
+    const double width =
+        static_cast<double>(data_.text.size()) * kMeanCharacterWidth * data_.height * data_.widthFactor;
     const bool centered = data_.horizontal == AcDb::kTextCenter || data_.horizontal == AcDb::kTextMid;
     const double along = centered ? width / 2 : data_.horizontal == AcDb::kTextRight ? width : 0;
     const bool middle = data_.horizontal == AcDb::kTextMid || data_.vertical == AcDb::kTextVertMid;
@@ -136,7 +135,8 @@ Acad::ErrorStatus AcDbText::transformBy(const AcGeMatrix3d& matrix) {
 
 Acad::ErrorStatus AcDbText::getGeomExtents(AcDbExtents& extents) const {
     extents = AcDbExtents();
-    const double width = static_cast<double>(data_.text.size()) * kMeanCharacterWidth * data_.height * data_.widthFactor;
+    const double width =
+        static_cast<double>(data_.text.size()) * kMeanCharacterWidth * data_.height * data_.widthFactor;
     const double reach = isMirroredInX() ? -width : width;
     const double up = isMirroredInY() ? -data_.height : data_.height;
     const double c = std::cos(data_.rotation), s = std::sin(data_.rotation);

@@ -86,8 +86,7 @@ Acad::ErrorStatus WblockRun::adoptRecords(AcDbObjectId fromTable, AcDbObjectId t
 
 Acad::ErrorStatus WblockRun::copyObjects(const std::vector<AcDbObjectId>& objects) {
     Acad::ErrorStatus status = adoptStandards();
-    if (const AcDbObjectPointer<AcDbBlockTableRecord> space(to_.modelSpaceId(), AcDb::kForWrite);
-        status == Acad::eOk)
+    if (const AcDbObjectPointer<AcDbBlockTableRecord> space(to_.modelSpaceId(), AcDb::kForWrite); status == Acad::eOk)
         status = run_.cloneEntities(objects, *space);
     return status == Acad::eOk ? run_.cloneNeeded() : status;
 }

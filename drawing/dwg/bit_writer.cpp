@@ -102,9 +102,7 @@ void BitWriter::MS(uint32_t value) {
     RS(static_cast<uint16_t>(value >> 15));
 }
 
-void BitWriter::bytes(const void* data, size_t count) {
-    copyBits(static_cast<const uint8_t*>(data), 0, count * 8);
-}
+void BitWriter::bytes(const void* data, size_t count) { copyBits(static_cast<const uint8_t*>(data), 0, count * 8); }
 
 void BitWriter::copyBits(const uint8_t* source, size_t firstBit, size_t endBit) {
     assert(firstBit <= endBit && "a range of bits ends before it begins");

@@ -28,8 +28,7 @@ struct HeaderFields {
 
 template <bool BlockData::*Member>
 constexpr FieldRow flagRow(const char* name, VersionMask versions = kEveryVersion) {
-    return {name, versions,
-            [](FieldReader& r, void* f) { static_cast<HeaderFields*>(f)->data.*Member = r.bits.B(); },
+    return {name, versions, [](FieldReader& r, void* f) { static_cast<HeaderFields*>(f)->data.*Member = r.bits.B(); },
             [](FieldWriter& w, const void* f) { w.bits.B(static_cast<const HeaderFields*>(f)->data.*Member); }};
 }
 
@@ -37,9 +36,7 @@ template <class Code, auto Member>
 constexpr FieldRow dataRow(const char* name) {
     using Type = typename MemberOf<decltype(Member)>::Type;
     return {name, kEveryVersion,
-            [](FieldReader& r, void* f) {
-                static_cast<HeaderFields*>(f)->data.*Member = Code::template read<Type>(r);
-            },
+            [](FieldReader& r, void* f) { static_cast<HeaderFields*>(f)->data.*Member = Code::template read<Type>(r); },
             [](FieldWriter& w, const void* f) {
                 Code::template write<Type>(w, static_cast<const HeaderFields*>(f)->data.*Member);
             }};
@@ -129,8 +126,7 @@ std::vector<AcDbObjectId> liveReferences(const AcDbBlockTableRecord& record) {
     for (const AcDbObjectId id : record.references()) {
         if (id.isErased() || (!id.isNull() && writtenHandle(id) == 0) || (!id.isNull() && !seen.insert(id).second))
             continue;
-        const auto* const reference =
-            id.isNull() ? nullptr : AcDbBlockReference::cast(id.stub()->object);
+        const auto* const reference = id.isNull() ? nullptr : AcDbBlockReference::cast(id.stub()->object);
         if (!reference || reference->blockTableRecord() == record.objectId())
             live.push_back(id);
     }

@@ -230,9 +230,12 @@ constexpr FieldRow kPolyFaceRows[] = {
 using MeshData = AcDbPolygonMesh::Data;
 
 constexpr FieldRow kMeshRows[] = {
-    row<BS, &MeshData::flag>("flag"),       row<BS, &MeshData::curveType>("curve type"),
-    row<BS, &MeshData::mSize>("M"),         row<BS, &MeshData::nSize>("N"),
-    row<BS, &MeshData::mDensity>("M density"), row<BS, &MeshData::nDensity>("N density"),
+    row<BS, &MeshData::flag>("flag"),
+    row<BS, &MeshData::curveType>("curve type"),
+    row<BS, &MeshData::mSize>("M"),
+    row<BS, &MeshData::nSize>("N"),
+    row<BS, &MeshData::mDensity>("M density"),
+    row<BS, &MeshData::nDensity>("N density"),
 };
 
 template <class T, const auto& Rows>

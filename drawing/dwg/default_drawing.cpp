@@ -101,8 +101,8 @@ BitWriter viewportFields() {
     w.BD(kHeight * kAspect);
     w.RD(6);
     w.RD(4.5);
-    p3(w, 0, 0, 0); // target
-    p3(w, 0, 0, 1); // direction
+    p3(w, 0, 0, 0);                              // target
+    p3(w, 0, 0, 1);                              // direction
     for (const double v : {0.0, 50.0, 0.0, 0.0}) // twist, lens length, clipping planes
         w.BD(v);
     w.BITS4(0);
@@ -365,9 +365,9 @@ void Builder::addRecords() {
     header_.MODEL_SPACE = model.handle().value();
 
     auto* const dimStyle = new AcDbOpaqueTableRecord;
-    dimStyle->setFields(opaqueFields("DIMSTYLE", kDimStyleType, dimStyleFields(header_),
-                                     {reference(5, standardStyle_), reference(5), reference(5), reference(5),
-                                      reference(5)}));
+    dimStyle->setFields(
+        opaqueFields("DIMSTYLE", kDimStyleType, dimStyleFields(header_),
+                     {reference(5, standardStyle_), reference(5), reference(5), reference(5), reference(5)}));
     header_.DIMSTYLE = addRecord(0x27, dimStyles_, dimStyle, "Standard").handle().value();
     auto* const viewport = new AcDbOpaqueTableRecord;
     viewport->setFields(opaqueFields("VPORT", kViewportType, viewportFields(), {reference(5), reference(5)}));

@@ -239,8 +239,8 @@ private:
             return false;
         BitReader handles(record.data(), frame.handlesBit, frame.endBit);
         while (handles.remaining() >= 8) {
-            const bool link = frame.isEntity && handles.position() >= common.linksBit &&
-                              handles.position() < common.linksEndBit;
+            const bool link =
+                frame.isEntity && handles.position() >= common.linksBit && handles.position() < common.linksEndBit;
             const AcDbStub* const named = database_.findStub(AcDbHandle(handles.H().absolute(frame.handle)));
             if (!link && named && named->has(kStubLeftOut))
                 return true;

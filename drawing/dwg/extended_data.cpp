@@ -39,10 +39,9 @@ std::string withTexts(std::string_view items, Convert convert) {
         const size_t size = itemSize(items);
         if (size == 0)
             break;
-        const auto codePage =
-            size >= kTextHead
-                ? static_cast<uint16_t>(static_cast<unsigned char>(items[2]) << 8 | static_cast<unsigned char>(items[3]))
-                : kCodePage1252;
+        const auto codePage = size >= kTextHead ? static_cast<uint16_t>(static_cast<unsigned char>(items[2]) << 8 |
+                                                                        static_cast<unsigned char>(items[3]))
+                                                : kCodePage1252;
         std::string text;
         if (items[0] == 0 && codePage != kCodePage1252 && isKnownCodePage(codePage))
             text = convert(items.substr(kTextHead, size - kTextHead), codePage);

@@ -244,13 +244,12 @@ template <class Code, auto Member>
 constexpr FieldRow row(const char* name, VersionMask versions = kEveryVersion) {
     using Class = typename MemberOf<decltype(Member)>::Class;
     using Type = typename MemberOf<decltype(Member)>::Type;
-    return {name, versions,
-            [](FieldReader& reader, void* data) {
-                static_cast<Class*>(data)->*Member = Code::template read<Type>(reader);
-            },
-            [](FieldWriter& writer, const void* data) {
-                Code::template write<Type>(writer, static_cast<const Class*>(data)->*Member);
-            }};
+    return {
+        name, versions,
+        [](FieldReader& reader, void* data) { static_cast<Class*>(data)->*Member = Code::template read<Type>(reader); },
+        [](FieldWriter& writer, const void* data) {
+            Code::template write<Type>(writer, static_cast<const Class*>(data)->*Member);
+        }};
 }
 
 /// A row with its own functions on the data of one class.

@@ -12,7 +12,7 @@ constexpr VersionMask Old = kOnly1314;
 constexpr VersionMask New = kOnly15;
 
 const HeaderRow kRows[] = {
-#define VNDK_HEADER_VARIABLE(type, name, code, versions, standard)                                                    \
+#define VNDK_HEADER_VARIABLE(type, name, code, versions, standard)                                                     \
     {#name, HeaderCode::code, versions, &HeaderVariables::name},
 #define VNDK_HEADER_PLACE(name, code, versions) {#name, HeaderCode::code, versions, &HeaderVariables::name},
 #include "dwg/header_variables.inc"
@@ -133,9 +133,8 @@ void writeRow(BitWriter& writer, const HeaderRow& row, const HeaderVariables& va
 }
 
 bool equalWithoutCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::toupper(x) == std::toupper(y);
-    });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](unsigned char x, unsigned char y) { return std::toupper(x) == std::toupper(y); });
 }
 
 } // namespace

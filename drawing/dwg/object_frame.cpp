@@ -10,9 +10,9 @@ namespace {
 
 /// What differs between versions in the frame, as one row for each version.
 struct FrameRow {
-    bool bitSizeBehindType;    ///< Else it stands behind the extended data and the graphic.
-    bool linetypeByLayerBit;   ///< Else there are flags for linetype and plot style, and a line weight.
-    bool linksBehindLinetype;  ///< Else they stand before the layer.
+    bool bitSizeBehindType;   ///< Else it stands behind the extended data and the graphic.
+    bool linetypeByLayerBit;  ///< Else there are flags for linetype and plot style, and a line weight.
+    bool linksBehindLinetype; ///< Else they stand before the layer.
 };
 
 constexpr FrameRow kFrameRows[] = {

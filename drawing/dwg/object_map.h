@@ -19,7 +19,7 @@ struct MapFault {
 struct MapNotes {
     std::vector<ObjectRecord> wrongChecksums; ///< The first few objects whose checksum doesn't fit.
     size_t wrongChecksumCount = 0;
-    bool unordered = false;   ///< Handles didn't ascend; they do now.
+    bool unordered = false;    ///< Handles didn't ascend; they do now.
     size_t duplicateCount = 0; ///< Entries of a handle that was there already; dropped.
 };
 

@@ -113,7 +113,8 @@ void readPolylineHead(FieldReader& r, PolylineData& p) {
         p.normal = P3::read<AcGeVector3d>(r);
     const uint32_t count = r.count(r.bits.BL(), 4);
     // Each list has an item for every point, or the polyline can't be drawn.
-    const bool fits = (!(flags & kHasBulges) || r.bits.BL() == count) && (!(flags & kHasWidths) || r.bits.BL() == count);
+    const bool fits =
+        (!(flags & kHasBulges) || r.bits.BL() == count) && (!(flags & kHasWidths) || r.bits.BL() == count);
     if (fits)
         p.vertices.resize(count);
     else

@@ -71,10 +71,14 @@ constexpr FieldRow kLayerRows[] = {
 using StyleData = AcDbTextStyleTableRecord::Data;
 
 constexpr FieldRow kStyleRows[] = {
-    row<B, &StyleData::isShapeFile>("shape file"),     row<B, &StyleData::isVertical>("vertical"),
-    row<BD, &StyleData::textSize>("height"),           row<BD, &StyleData::xScale>("width factor"),
-    row<BD, &StyleData::oblique>("oblique angle"),     row<RC, &StyleData::generation>("generation"),
-    row<BD, &StyleData::priorSize>("last height"),     row<TV, &StyleData::fileName>("font file"),
+    row<B, &StyleData::isShapeFile>("shape file"),
+    row<B, &StyleData::isVertical>("vertical"),
+    row<BD, &StyleData::textSize>("height"),
+    row<BD, &StyleData::xScale>("width factor"),
+    row<BD, &StyleData::oblique>("oblique angle"),
+    row<RC, &StyleData::generation>("generation"),
+    row<BD, &StyleData::priorSize>("last height"),
+    row<TV, &StyleData::fileName>("font file"),
     row<TV, &StyleData::bigFontFileName>("big font file"),
 };
 
@@ -147,7 +151,11 @@ void writeRecord(FieldWriter& w, const AcDbObject& object) {
 
 template <class Record, class Data, const auto& Rows, auto Get>
 constexpr ObjectType recordType(uint16_t number, const char* dxfName) {
-    return {number, dxfName, &Record::desc, &readRecord<Record, Data, Rows>, &writeRecord<Record, Rows, Get>,
+    return {number,
+            dxfName,
+            &Record::desc,
+            &readRecord<Record, Data, Rows>,
+            &writeRecord<Record, Rows, Get>,
             &assignBaseOf<Record>};
 }
 
@@ -197,7 +205,11 @@ void writeOpaqueRecord(FieldWriter& w, const AcDbObject& object) {
 
 template <const OpaqueRecordType& Type>
 constexpr ObjectType opaqueRecordType() {
-    return {Type.number, Type.dxfName, &AcDbOpaqueTableRecord::desc, &readOpaqueRecord<Type>, &writeOpaqueRecord,
+    return {Type.number,
+            Type.dxfName,
+            &AcDbOpaqueTableRecord::desc,
+            &readOpaqueRecord<Type>,
+            &writeOpaqueRecord,
             &assignBaseOf<AcDbOpaqueTableRecord>};
 }
 

@@ -14,7 +14,11 @@ AcDbObject* readBlockHeader(FieldReader& reader);
 void writeBlockHeader(FieldWriter& writer, const AcDbObject& object);
 
 constexpr ObjectType blockHeaderType() {
-    return {49, "BLOCK_HEADER", &AcDbBlockTableRecord::desc, readBlockHeader, writeBlockHeader,
+    return {49,
+            "BLOCK_HEADER",
+            &AcDbBlockTableRecord::desc,
+            readBlockHeader,
+            writeBlockHeader,
             &assignBaseOf<AcDbBlockTableRecord>};
 }
 

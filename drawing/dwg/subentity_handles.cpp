@@ -19,8 +19,7 @@ void readSubentityHandles(FieldReader& reader, AcDbSubentities& list) {
 }
 
 void writeSubentityHandles(FieldWriter& writer, const AcDbObject& owner, const AcDbSubentities& list) {
-    const LiveEnds ends =
-        list.loaded() ? liveEnds(list.ids(owner)) : LiveEnds{list.fileFirst(), list.fileLast()};
+    const LiveEnds ends = list.loaded() ? liveEnds(list.ids(owner)) : LiveEnds{list.fileFirst(), list.fileLast()};
     writer.id(4, ends.first);
     writer.id(4, ends.last);
     writer.id(3, list.sequenceEnd());

@@ -165,7 +165,9 @@ AcDbObject* readDictionary(FieldReader& r) {
 template <const auto& Rows>
 void writeDictionary(FieldWriter& w, const AcDbObject& object) {
     DictionaryData data = static_cast<const AcDbDictionary&>(object).fileData();
-    std::erase_if(data.entries, [](const AcDbDictionary::Entry& entry) { return entry.id.isErased() || (!entry.id.isNull() && writtenHandle(entry.id) == 0); });
+    std::erase_if(data.entries, [](const AcDbDictionary::Entry& entry) {
+        return entry.id.isErased() || (!entry.id.isNull() && writtenHandle(entry.id) == 0);
+    });
     writeRows(Rows, w, &data);
 }
 
@@ -184,8 +186,7 @@ constexpr ObjectType kTypes[] = {
     tableType<AcDbUCSTable>(62, "UCS_CONTROL"),
     tableType<AcDbViewportTable>(64, "VPORT_CONTROL"),
     tableType<AcDbRegAppTable>(66, "APPID_CONTROL"),
-    {68, "DIMSTYLE_CONTROL", &AcDbDimStyleTable::desc, readDimStyles, writeDimStyles,
-     &assignBaseOf<AcDbDimStyleTable>},
+    {68, "DIMSTYLE_CONTROL", &AcDbDimStyleTable::desc, readDimStyles, writeDimStyles, &assignBaseOf<AcDbDimStyleTable>},
     tableType<AcDbVXTable>(70, "VX_CONTROL"),
 };
 

@@ -54,9 +54,8 @@ AcGeMatrix3d AcGeMatrix3d::scaling(const AcGeScale3d& scale) {
 
 AcGeMatrix3d AcGeMatrix3d::mirroring(const AcGePoint3d& point, const AcGeVector3d& normal) {
     const AcGeVector3d n = normal.normal();
-    const AcGeMatrix3d flip =
-        coordSystem(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis - n * (2 * n.x), AcGeVector3d::kYAxis - n * (2 * n.y),
-                    AcGeVector3d::kZAxis - n * (2 * n.z));
+    const AcGeMatrix3d flip = coordSystem(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis - n * (2 * n.x),
+                                          AcGeVector3d::kYAxis - n * (2 * n.y), AcGeVector3d::kZAxis - n * (2 * n.z));
     return translation(point.asVector()) * flip * translation(-point.asVector());
 }
 

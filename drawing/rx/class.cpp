@@ -19,8 +19,8 @@ AcRxClass* g_descAcRxObject = nullptr;
 
 } // namespace
 
-AcRxClass::AcRxClass(AcRxClass*& holder, const char* name, AcRxClass* parent, const char* dxfName,
-                     const char* appName, Factory factory)
+AcRxClass::AcRxClass(AcRxClass*& holder, const char* name, AcRxClass* parent, const char* dxfName, const char* appName,
+                     Factory factory)
     : name_(name), dxfName_(dxfName ? dxfName : ""), appName_(appName ? appName : ""), parent_(parent),
       factory_(factory), holder_(holder) {}
 

@@ -2,8 +2,8 @@
 
 const char* acadErrorStatusText(Acad::ErrorStatus status) {
     switch (status) {
-#define ACAD_STATUS(NAME) \
-    case Acad::NAME:      \
+#define ACAD_STATUS(NAME)                                                                                              \
+    case Acad::NAME:                                                                                                   \
         return #NAME;
         ACAD_STATUS(eOk)
         ACAD_STATUS(eNotImplementedYet)

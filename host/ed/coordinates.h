@@ -18,8 +18,8 @@ AcGeMatrix3d ucsToWorld(const AcDbDatabase& database);
 
 /// The units in which angles are typed.
 struct AngleUnits {
-    int mode = 0;      ///< AUNITS
-    double base = 0;   ///< ANGBASE, radians
+    int mode = 0;           ///< AUNITS
+    double base = 0;        ///< ANGBASE, radians
     bool clockwise = false; ///< ANGDIR
 };
 AngleUnits angleUnits(const AcDbDatabase& database);
@@ -28,10 +28,10 @@ AngleUnits angleUnits(const AcDbDatabase& database);
 std::optional<double> typedAngle(std::string_view text, const AngleUnits& units);
 
 struct PointContext {
-    AcGePoint3d last;       ///< in the UCS
+    AcGePoint3d last; ///< in the UCS
     AcGeMatrix3d worldToUcs;
     AngleUnits angles;
-    double elevation = 0;   ///< z of a point typed without one
+    double elevation = 0; ///< z of a point typed without one
 };
 
 /// A typed point in the UCS; nothing when the text is no point. The forms are those of ed/prompts.h.

@@ -15,9 +15,7 @@ std::vector<Value> elements(const Value& list) {
     return items;
 }
 
-Value apply(Evaluator& evaluator, Arguments args) {
-    return evaluator.call(args[0], elements(args[1]));
-}
+Value apply(Evaluator& evaluator, Arguments args) { return evaluator.call(args[0], elements(args[1])); }
 
 /// Calls `use` with the arguments of each round, one from each list, until a list ends or `use` says stop.
 template <class Use>
@@ -74,13 +72,9 @@ Value filter(Evaluator& evaluator, Arguments args, bool removed) {
     return kept.finish();
 }
 
-Value removeIf(Evaluator& evaluator, Arguments args) {
-    return filter(evaluator, args, true);
-}
+Value removeIf(Evaluator& evaluator, Arguments args) { return filter(evaluator, args, true); }
 
-Value removeIfNot(Evaluator& evaluator, Arguments args) {
-    return filter(evaluator, args, false);
-}
+Value removeIfNot(Evaluator& evaluator, Arguments args) { return filter(evaluator, args, false); }
 
 /// A merge sort of our own: the library's sorts may run out of the array when a program's comparison contradicts
 /// itself. Stable.
@@ -98,8 +92,7 @@ Value sort(Evaluator& evaluator, Arguments args) {
             std::size_t left = start;
             std::size_t right = middle;
             for (std::size_t out = start; out < end; ++out) {
-                const bool fromRight =
-                    right < end && (left == middle || goesBefore(items[right], items[left]));
+                const bool fromRight = right < end && (left == middle || goesBefore(items[right], items[left]));
                 merged[out] = items[fromRight ? right++ : left++];
             }
         }
@@ -110,19 +103,13 @@ Value sort(Evaluator& evaluator, Arguments args) {
 
 constexpr int any = Builtin::anyNumber;
 constexpr Builtin builtins[] = {
-    {"APPLY", 2, 2, apply},
-    {"MAPCAR", 2, any, mapcar},
-    {"VL-SOME", 2, any, some},
-    {"VL-EVERY", 2, any, every},
-    {"VL-REMOVE-IF", 2, 2, removeIf},
-    {"VL-REMOVE-IF-NOT", 2, 2, removeIfNot},
+    {"APPLY", 2, 2, apply},      {"MAPCAR", 2, any, mapcar},       {"VL-SOME", 2, any, some},
+    {"VL-EVERY", 2, any, every}, {"VL-REMOVE-IF", 2, 2, removeIf}, {"VL-REMOVE-IF-NOT", 2, 2, removeIfNot},
     {"VL-SORT", 2, 2, sort},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> applyBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> applyBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

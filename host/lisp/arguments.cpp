@@ -10,24 +10,17 @@ namespace {
 // An error message quotes the offending value; a huge one is cut.
 constexpr std::size_t quotedLength = 200;
 
-}  // namespace
+} // namespace
 
-void throwError(std::string message) {
-    throw LispError{{FailureKind::Error, std::move(message)}};
-}
+void throwError(std::string message) { throw LispError{{FailureKind::Error, std::move(message)}}; }
 
 void throwBadArgument(std::string_view expected, const Value& value) {
-    throwError("bad argument type: " + std::string(expected) + " " +
-               toText(value, PrintStyle::Readable, quotedLength));
+    throwError("bad argument type: " + std::string(expected) + " " + toText(value, PrintStyle::Readable, quotedLength));
 }
 
-void throwTooFew() {
-    throwError("too few arguments");
-}
+void throwTooFew() { throwError("too few arguments"); }
 
-void throwTooMany() {
-    throwError("too many arguments");
-}
+void throwTooMany() { throwError("too many arguments"); }
 
 std::int32_t asInt(const Value& value) {
     if (!value.isInt())
@@ -82,4 +75,4 @@ Value pointValue(const Point& point) {
     return Value::list({Value::real(point.x), Value::real(point.y), Value::real(point.z)});
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -29,8 +29,6 @@ Point asPoint(const Value& value);
 Value pointValue(const Point& point);
 
 /// The argument is there and not nil.
-inline bool given(Arguments args, std::size_t index) {
-    return index < args.size() && !args[index].isNil();
-}
+inline bool given(Arguments args, std::size_t index) { return index < args.size() && !args[index].isNil(); }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

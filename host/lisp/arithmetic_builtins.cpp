@@ -40,7 +40,8 @@ Value fold(Arguments args, OnInts onInts, OnReals onReals) {
 Value add(Evaluator&, Arguments args) {
     if (args.empty())
         return Value::integer(0);
-    return fold(args, [](std::int64_t a, std::int64_t b) { return wrap(a + b); }, std::plus<double>());
+    return fold(
+        args, [](std::int64_t a, std::int64_t b) { return wrap(a + b); }, std::plus<double>());
 }
 
 Value subtract(Evaluator&, Arguments args) {
@@ -48,13 +49,15 @@ Value subtract(Evaluator&, Arguments args) {
         return Value::integer(0);
     if (args.size() == 1)
         return allInts(args) ? Value::integer(wrap(-std::int64_t{args[0].integer()})) : Value::real(-args[0].real());
-    return fold(args, [](std::int64_t a, std::int64_t b) { return wrap(a - b); }, std::minus<double>());
+    return fold(
+        args, [](std::int64_t a, std::int64_t b) { return wrap(a - b); }, std::minus<double>());
 }
 
 Value multiply(Evaluator&, Arguments args) {
     if (args.empty())
         return Value::integer(0);
-    return fold(args, [](std::int64_t a, std::int64_t b) { return wrap(a * b); }, std::multiplies<double>());
+    return fold(
+        args, [](std::int64_t a, std::int64_t b) { return wrap(a * b); }, std::multiplies<double>());
 }
 
 template <class T>
@@ -67,23 +70,27 @@ T nonZero(T divisor) {
 Value divide(Evaluator&, Arguments args) {
     if (args.empty())
         return Value::integer(0);
-    return fold(args, [](std::int64_t a, std::int64_t b) { return wrap(a / nonZero(b)); },
-                [](double a, double b) { return a / nonZero(b); });
+    return fold(
+        args, [](std::int64_t a, std::int64_t b) { return wrap(a / nonZero(b)); },
+        [](double a, double b) { return a / nonZero(b); });
 }
 
 Value remainder(Evaluator&, Arguments args) {
-    return fold(args, [](std::int64_t a, std::int64_t b) { return wrap(a % nonZero(b)); },
-                [](double a, double b) { return std::fmod(a, nonZero(b)); });
+    return fold(
+        args, [](std::int64_t a, std::int64_t b) { return wrap(a % nonZero(b)); },
+        [](double a, double b) { return std::fmod(a, nonZero(b)); });
 }
 
 Value maximum(Evaluator&, Arguments args) {
-    return fold(args, [](std::int32_t a, std::int32_t b) { return std::max(a, b); },
-                [](double a, double b) { return std::max(a, b); });
+    return fold(
+        args, [](std::int32_t a, std::int32_t b) { return std::max(a, b); },
+        [](double a, double b) { return std::max(a, b); });
 }
 
 Value minimum(Evaluator&, Arguments args) {
-    return fold(args, [](std::int32_t a, std::int32_t b) { return std::min(a, b); },
-                [](double a, double b) { return std::min(a, b); });
+    return fold(
+        args, [](std::int32_t a, std::int32_t b) { return std::min(a, b); },
+        [](double a, double b) { return std::min(a, b); });
 }
 
 Value shifted(const Value& value, int by) {
@@ -91,13 +98,9 @@ Value shifted(const Value& value, int by) {
     return value.isInt() ? Value::integer(wrap(std::int64_t{value.integer()} + by)) : Value::real(value.real() + by);
 }
 
-Value increment(Evaluator&, Arguments args) {
-    return shifted(args[0], 1);
-}
+Value increment(Evaluator&, Arguments args) { return shifted(args[0], 1); }
 
-Value decrement(Evaluator&, Arguments args) {
-    return shifted(args[0], -1);
-}
+Value decrement(Evaluator&, Arguments args) { return shifted(args[0], -1); }
 
 Value absolute(Evaluator&, Arguments args) {
     asNumber(args[0]);
@@ -114,9 +117,7 @@ Value fix(Evaluator&, Arguments args) {
     return Value::integer(static_cast<std::int32_t>(whole));
 }
 
-Value toFloat(Evaluator&, Arguments args) {
-    return Value::real(asNumber(args[0]));
-}
+Value toFloat(Evaluator&, Arguments args) { return Value::real(asNumber(args[0])); }
 
 [[noreturn]] void throwUndefined(const Value& argument) {
     throwError("function undefined for argument: " + toText(argument, PrintStyle::Readable));
@@ -139,9 +140,7 @@ Value power(Evaluator&, Arguments args) {
     return Value::real(result);
 }
 
-Value exponential(Evaluator&, Arguments args) {
-    return Value::real(std::exp(asNumber(args[0])));
-}
+Value exponential(Evaluator&, Arguments args) { return Value::real(std::exp(asNumber(args[0]))); }
 
 Value logarithm(Evaluator&, Arguments args) {
     const double number = asNumber(args[0]);
@@ -150,13 +149,9 @@ Value logarithm(Evaluator&, Arguments args) {
     return Value::real(std::log(number));
 }
 
-Value sine(Evaluator&, Arguments args) {
-    return Value::real(std::sin(asNumber(args[0])));
-}
+Value sine(Evaluator&, Arguments args) { return Value::real(std::sin(asNumber(args[0]))); }
 
-Value cosine(Evaluator&, Arguments args) {
-    return Value::real(std::cos(asNumber(args[0])));
-}
+Value cosine(Evaluator&, Arguments args) { return Value::real(std::cos(asNumber(args[0]))); }
 
 Value arcTangent(Evaluator&, Arguments args) {
     const double y = asNumber(args[0]);
@@ -175,34 +170,24 @@ Value foldBits(Arguments args, std::int32_t neutral, Operation operation) {
     return Value::integer(neutral);
 }
 
-Value bitAnd(Evaluator&, Arguments args) {
-    return foldBits(args, args.empty() ? 0 : -1, std::bit_and<std::int32_t>());
-}
+Value bitAnd(Evaluator&, Arguments args) { return foldBits(args, args.empty() ? 0 : -1, std::bit_and<std::int32_t>()); }
 
-Value bitOr(Evaluator&, Arguments args) {
-    return foldBits(args, 0, std::bit_or<std::int32_t>());
-}
+Value bitOr(Evaluator&, Arguments args) { return foldBits(args, 0, std::bit_or<std::int32_t>()); }
 
-Value bitNot(Evaluator&, Arguments args) {
-    return Value::integer(~asInt(args[0]));
-}
+Value bitNot(Evaluator&, Arguments args) { return Value::integer(~asInt(args[0])); }
 
 constexpr int any = Builtin::anyNumber;
 constexpr Builtin builtins[] = {
-    {"+", 0, any, add},           {"-", 0, any, subtract},      {"*", 0, any, multiply},
-    {"/", 0, any, divide},        {"REM", 1, any, remainder},   {"MAX", 1, any, maximum},
-    {"MIN", 1, any, minimum},     {"1+", 1, 1, increment},      {"1-", 1, 1, decrement},
-    {"ABS", 1, 1, absolute},      {"FIX", 1, 1, fix},           {"FLOAT", 1, 1, toFloat},
-    {"SQRT", 1, 1, squareRoot},   {"EXPT", 2, 2, power},        {"EXP", 1, 1, exponential},
-    {"LOG", 1, 1, logarithm},     {"SIN", 1, 1, sine},          {"COS", 1, 1, cosine},
-    {"ATAN", 1, 2, arcTangent},   {"GCD", 2, 2, greatestDivisor}, {"LOGAND", 0, any, bitAnd},
-    {"LOGIOR", 0, any, bitOr},    {"~", 1, 1, bitNot},
+    {"+", 0, any, add},         {"-", 0, any, subtract},   {"*", 0, any, multiply},    {"/", 0, any, divide},
+    {"REM", 1, any, remainder}, {"MAX", 1, any, maximum},  {"MIN", 1, any, minimum},   {"1+", 1, 1, increment},
+    {"1-", 1, 1, decrement},    {"ABS", 1, 1, absolute},   {"FIX", 1, 1, fix},         {"FLOAT", 1, 1, toFloat},
+    {"SQRT", 1, 1, squareRoot}, {"EXPT", 2, 2, power},     {"EXP", 1, 1, exponential}, {"LOG", 1, 1, logarithm},
+    {"SIN", 1, 1, sine},        {"COS", 1, 1, cosine},     {"ATAN", 1, 2, arcTangent}, {"GCD", 2, 2, greatestDivisor},
+    {"LOGAND", 0, any, bitAnd}, {"LOGIOR", 0, any, bitOr}, {"~", 1, 1, bitNot},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> arithmeticBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> arithmeticBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -37,4 +37,4 @@ std::span<const Builtin> outputBuiltins();
 std::span<const Builtin> hostBuiltins();
 std::span<const Builtin> errorBuiltins();
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

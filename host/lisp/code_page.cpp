@@ -11,11 +11,9 @@ struct CasePair {
 };
 constexpr CasePair oddPairs[] = {{0x8A, 0x9A}, {0x8C, 0x9C}, {0x8E, 0x9E}, {0x9F, 0xFF}};
 
-bool isRegularUpper(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7);
-}
+bool isRegularUpper(unsigned char c) { return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7); }
 
-}  // namespace
+} // namespace
 
 char upperCase(char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -37,4 +35,4 @@ char lowerCase(char c) {
     return c;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

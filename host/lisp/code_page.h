@@ -6,11 +6,9 @@
 
 namespace vndk::lisp {
 
-inline char upperAscii(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
+inline char upperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 char upperCase(char c);
 char lowerCase(char c);
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

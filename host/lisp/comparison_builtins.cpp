@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "arguments.h"
-#include "evaluator.h"
 #include "equality.h"
+#include "evaluator.h"
 
 namespace vndk::lisp {
 
@@ -62,28 +62,23 @@ Value greaterOrEqual(Evaluator&, Arguments args) {
     return ordered(args, [](auto ordering) { return ordering >= 0; });
 }
 
-Value eq(Evaluator&, Arguments args) {
-    return Value::truth(args[0].identical(args[1]));
-}
+Value eq(Evaluator&, Arguments args) { return Value::truth(args[0].identical(args[1])); }
 
 Value equal(Evaluator& evaluator, Arguments args) {
     const double fuzz = given(args, 2) ? asNumber(args[2]) : 0.0;
     return Value::truth(isEqual(evaluator, args[0], args[1], fuzz));
 }
 
-Value isNull(Evaluator&, Arguments args) {
-    return Value::truth(args[0].isNil());
-}
+Value isNull(Evaluator&, Arguments args) { return Value::truth(args[0].isNil()); }
 
 constexpr int any = Builtin::anyNumber;
 constexpr Builtin builtins[] = {
-    {"=", 1, any, numericEqual}, {"/=", 1, any, notEqual},     {"<", 1, any, less},
-    {">", 1, any, greater},      {"<=", 1, any, lessOrEqual},  {">=", 1, any, greaterOrEqual},
-    {"EQ", 2, 2, eq},            {"EQUAL", 2, 3, equal},       {"NULL", 1, 1, isNull},
-    {"NOT", 1, 1, isNull},
+    {"=", 1, any, numericEqual}, {"/=", 1, any, notEqual},       {"<", 1, any, less}, {">", 1, any, greater},
+    {"<=", 1, any, lessOrEqual}, {">=", 1, any, greaterOrEqual}, {"EQ", 2, 2, eq},    {"EQUAL", 2, 3, equal},
+    {"NULL", 1, 1, isNull},      {"NOT", 1, 1, isNull},
 };
 
-}  // namespace
+} // namespace
 
 bool isEqual(Evaluator& evaluator, const Value& first, const Value& second, double fuzz) {
     struct Pair {
@@ -110,8 +105,6 @@ bool isEqual(Evaluator& evaluator, const Value& first, const Value& second, doub
     return true;
 }
 
-std::span<const Builtin> comparisonBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> comparisonBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

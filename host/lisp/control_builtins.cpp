@@ -7,9 +7,7 @@ namespace vndk::lisp {
 
 namespace {
 
-Value quote(Evaluator&, const Value& args) {
-    return args.car();
-}
+Value quote(Evaluator&, const Value& args) { return args.car(); }
 
 Value ifForm(Evaluator& evaluator, const Value& args) {
     const Value& branches = args.cdr();
@@ -65,9 +63,7 @@ Value forEach(Evaluator& evaluator, const Value& args) {
     return result;
 }
 
-Value progn(Evaluator& evaluator, const Value& args) {
-    return evaluator.evaluateAll(args);
-}
+Value progn(Evaluator& evaluator, const Value& args) { return evaluator.evaluateAll(args); }
 
 Value andForm(Evaluator& evaluator, const Value& args) {
     for (const Value* rest = &args; rest->isCons(); rest = &rest->cdr())
@@ -85,16 +81,14 @@ Value orForm(Evaluator& evaluator, const Value& args) {
 
 constexpr int any = Builtin::anyNumber;
 constexpr Builtin builtins[] = {
-    {"QUOTE", 1, 1, nullptr, quote},     {"FUNCTION", 1, 1, nullptr, quote}, {"IF", 2, 3, nullptr, ifForm},
-    {"COND", 0, any, nullptr, cond},     {"WHILE", 1, any, nullptr, whileForm},
-    {"REPEAT", 1, any, nullptr, repeat}, {"FOREACH", 2, any, nullptr, forEach},
-    {"PROGN", 0, any, nullptr, progn},   {"AND", 0, any, nullptr, andForm},  {"OR", 0, any, nullptr, orForm},
+    {"QUOTE", 1, 1, nullptr, quote},       {"FUNCTION", 1, 1, nullptr, quote},    {"IF", 2, 3, nullptr, ifForm},
+    {"COND", 0, any, nullptr, cond},       {"WHILE", 1, any, nullptr, whileForm}, {"REPEAT", 1, any, nullptr, repeat},
+    {"FOREACH", 2, any, nullptr, forEach}, {"PROGN", 0, any, nullptr, progn},     {"AND", 0, any, nullptr, andForm},
+    {"OR", 0, any, nullptr, orForm},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> controlBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> controlBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

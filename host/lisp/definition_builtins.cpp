@@ -45,9 +45,7 @@ Value lambda(Evaluator& evaluator, const Value& args) {
     return evaluator.makeLambda("-lambda-", args.car(), args.cdr());
 }
 
-Value eval(Evaluator& evaluator, Arguments args) {
-    return evaluator.evaluate(args[0]);
-}
+Value eval(Evaluator& evaluator, Arguments args) { return evaluator.evaluate(args[0]); }
 
 Value read(Evaluator& evaluator, Arguments args) {
     if (args.empty())
@@ -69,10 +67,8 @@ constexpr Builtin builtins[] = {
     {"LAMBDA", 1, any, nullptr, lambda}, {"EVAL", 1, 1, eval}, {"READ", 0, 1, read},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> definitionBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> definitionBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -11,4 +11,4 @@ class Evaluator;
 /// that share their parts can take longer than anyone waits.
 bool isEqual(Evaluator& evaluator, const Value& first, const Value& second, double fuzz = 0.0);
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -28,4 +28,4 @@ T valueOrThrow(Outcome<T> outcome) {
     return std::move(outcome.value());
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -6,9 +6,7 @@ namespace vndk::lisp {
 
 namespace {
 
-Value quit(Evaluator&, Arguments) {
-    throw LispError{{FailureKind::Quit, "quit / exit abort"}};
-}
+Value quit(Evaluator&, Arguments) { throw LispError{{FailureKind::Quit, "quit / exit abort"}}; }
 
 /// (vl-catch-all-apply function arguments): a failure comes back as a value. A break by the user and the limit on
 /// steps can't be caught, or a program could refuse to end.
@@ -27,9 +25,7 @@ Value catchAllApply(Evaluator& evaluator, Arguments args) {
     }
 }
 
-Value isCaughtError(Evaluator&, Arguments args) {
-    return Value::truth(args[0].type() == Type::CaughtError);
-}
+Value isCaughtError(Evaluator&, Arguments args) { return Value::truth(args[0].type() == Type::CaughtError); }
 
 Value caughtMessage(Evaluator&, Arguments args) {
     if (args[0].type() != Type::CaughtError)
@@ -45,10 +41,8 @@ constexpr Builtin builtins[] = {
     {"VL-CATCH-ALL-ERROR-MESSAGE", 1, 1, caughtMessage},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> errorBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> errorBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -11,9 +11,7 @@ namespace vndk::lisp {
 
 namespace {
 
-const char* stackPosition() {
-    return static_cast<const char*>(__builtin_frame_address(0));
-}
+const char* stackPosition() { return static_cast<const char*>(__builtin_frame_address(0)); }
 
 void checkCount(const Builtin& builtin, std::size_t count) {
     if (count < static_cast<std::size_t>(builtin.least))
@@ -31,7 +29,7 @@ void checkSpecialCount(const Builtin& builtin, const Value& args) {
     checkCount(builtin, count);
 }
 
-}  // namespace
+} // namespace
 
 /// One level of nested evaluation, on the machine's stack and in the count.
 class Evaluator::Level {
@@ -54,9 +52,9 @@ private:
 Evaluator::Evaluator(HostLink& host, const Limits& limits)
     : host_(host), limits_(limits), errorSymbol_(symbols_.intern("*ERROR*")), lambdaSymbol_(symbols_.intern("LAMBDA")),
       values_(limits.arguments) {
-    for (auto table : {controlBuiltins, definitionBuiltins, arithmeticBuiltins, comparisonBuiltins, predicateBuiltins,
-                       listBuiltins, applyBuiltins, stringBuiltins, unitBuiltins, geometryBuiltins, outputBuiltins,
-                       hostBuiltins, errorBuiltins})
+    for (auto table :
+         {controlBuiltins, definitionBuiltins, arithmeticBuiltins, comparisonBuiltins, predicateBuiltins, listBuiltins,
+          applyBuiltins, stringBuiltins, unitBuiltins, geometryBuiltins, outputBuiltins, hostBuiltins, errorBuiltins})
         for (const Builtin& builtin : table())
             symbols_.intern(builtin.name).setValue(Value::builtin(builtin));
     symbols_.intern("PI").setValue(Value::real(3.14159265358979323846));
@@ -269,4 +267,4 @@ Value Evaluator::evaluateText(std::string_view text, std::string_view source) {
     }
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

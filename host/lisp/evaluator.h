@@ -108,4 +108,4 @@ Outcome<Value> Evaluator::guard(Work work) {
     return outcome;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

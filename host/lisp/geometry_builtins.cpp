@@ -67,10 +67,8 @@ constexpr Builtin builtins[] = {
     {"INTERS", 4, 5, inters},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> geometryBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> geometryBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -22,7 +22,7 @@ namespace {
 constexpr bool pooled = VNDK_LISP_POOLED != 0;
 constexpr std::size_t pairsPerChunk = 4096;
 
-}  // namespace
+} // namespace
 
 Heap& Heap::instance() {
     // Never destroyed: values with static storage may be freed after any static of ours.
@@ -141,8 +141,6 @@ void Heap::release(Type type, Cell* cell) noexcept {
     }
 }
 
-void releaseCell(Type type, Cell* cell) noexcept {
-    Heap::instance().release(type, cell);
-}
+void releaseCell(Type type, Cell* cell) noexcept { Heap::instance().release(type, cell); }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -64,4 +64,4 @@ private:
     std::vector<std::unique_ptr<std::byte[]>> chunks_;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -16,9 +16,7 @@ Value setvar(Evaluator& evaluator, Arguments args) {
     return valueOrThrow(evaluator.host().setVariable(name, args[1]));
 }
 
-Value command(Evaluator& evaluator, Arguments args) {
-    return valueOrThrow(evaluator.host().command(args));
-}
+Value command(Evaluator& evaluator, Arguments args) { return valueOrThrow(evaluator.host().command(args)); }
 
 Value alert(Evaluator& evaluator, Arguments args) {
     valueOrThrow(evaluator.host().alert(asString(args[0])));
@@ -36,13 +34,9 @@ Value load(Evaluator& evaluator, Arguments args) {
     return args[1].isFunction() ? evaluator.call(args[1], {}) : args[1];
 }
 
-Value entget(Evaluator& evaluator, Arguments args) {
-    return valueOrThrow(evaluator.host().entget(asEname(args[0])));
-}
+Value entget(Evaluator& evaluator, Arguments args) { return valueOrThrow(evaluator.host().entget(asEname(args[0]))); }
 
-Value entlast(Evaluator& evaluator, Arguments) {
-    return valueOrThrow(evaluator.host().entlast());
-}
+Value entlast(Evaluator& evaluator, Arguments) { return valueOrThrow(evaluator.host().entlast()); }
 
 Value entnext(Evaluator& evaluator, Arguments args) {
     std::optional<std::uint64_t> ename;
@@ -51,9 +45,7 @@ Value entnext(Evaluator& evaluator, Arguments args) {
     return valueOrThrow(evaluator.host().entnext(ename));
 }
 
-Value entdel(Evaluator& evaluator, Arguments args) {
-    return valueOrThrow(evaluator.host().entdel(asEname(args[0])));
-}
+Value entdel(Evaluator& evaluator, Arguments args) { return valueOrThrow(evaluator.host().entdel(asEname(args[0]))); }
 
 /// Prompts take a base point and a text, either or both left out.
 struct PromptArguments {
@@ -74,9 +66,7 @@ PromptArguments promptArguments(Arguments args) {
     return result;
 }
 
-std::string_view promptText(Arguments args) {
-    return given(args, 0) ? asString(args[0]) : std::string_view();
-}
+std::string_view promptText(Arguments args) { return given(args, 0) ? asString(args[0]) : std::string_view(); }
 
 Value getpoint(Evaluator& evaluator, Arguments args) {
     const PromptArguments prompt = promptArguments(args);
@@ -93,13 +83,9 @@ Value getangle(Evaluator& evaluator, Arguments args) {
     return valueOrThrow(evaluator.host().getAngle(prompt.base, prompt.text));
 }
 
-Value getreal(Evaluator& evaluator, Arguments args) {
-    return valueOrThrow(evaluator.host().getReal(promptText(args)));
-}
+Value getreal(Evaluator& evaluator, Arguments args) { return valueOrThrow(evaluator.host().getReal(promptText(args))); }
 
-Value getint(Evaluator& evaluator, Arguments args) {
-    return valueOrThrow(evaluator.host().getInt(promptText(args)));
-}
+Value getint(Evaluator& evaluator, Arguments args) { return valueOrThrow(evaluator.host().getInt(promptText(args))); }
 
 Value getkword(Evaluator& evaluator, Arguments args) {
     return valueOrThrow(evaluator.host().getKeyword(promptText(args)));
@@ -109,9 +95,8 @@ Value getkword(Evaluator& evaluator, Arguments args) {
 Value getstring(Evaluator& evaluator, Arguments args) {
     const bool promptOnly = args.size() == 1 && args[0].isString();
     const bool blanks = !promptOnly && given(args, 0);
-    return valueOrThrow(
-        evaluator.host().getString(blanks ? HostLink::Blanks::Allowed : HostLink::Blanks::EndAnswer,
-                                   promptText(promptOnly || args.empty() ? args : args.subspan(1))));
+    return valueOrThrow(evaluator.host().getString(blanks ? HostLink::Blanks::Allowed : HostLink::Blanks::EndAnswer,
+                                                   promptText(promptOnly || args.empty() ? args : args.subspan(1))));
 }
 
 Value initget(Evaluator& evaluator, Arguments args) {
@@ -130,10 +115,8 @@ constexpr Builtin builtins[] = {
     {"INITGET", 0, 2, initget},   {"GETSTRING", 0, 2, getstring},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> hostBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> hostBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

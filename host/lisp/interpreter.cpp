@@ -10,9 +10,7 @@ Interpreter::Interpreter(HostLink& host, const Limits& limits)
 
 Interpreter::~Interpreter() = default;
 
-SymbolTable& Interpreter::symbols() {
-    return evaluator_->symbols();
-}
+SymbolTable& Interpreter::symbols() { return evaluator_->symbols(); }
 
 Outcome<Value> Interpreter::evaluate(const Value& form) {
     return evaluator_->guard([&] { return evaluator_->evaluate(form); });
@@ -60,8 +58,6 @@ std::optional<Value> Interpreter::findCommand(std::string_view name) const {
     return function;
 }
 
-void Interpreter::requestBreak() noexcept {
-    evaluator_->requestBreak();
-}
+void Interpreter::requestBreak() noexcept { evaluator_->requestBreak(); }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

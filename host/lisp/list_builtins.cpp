@@ -10,21 +10,13 @@ namespace vndk::lisp {
 
 namespace {
 
-Value list(Evaluator&, Arguments args) {
-    return Value::list(args);
-}
+Value list(Evaluator&, Arguments args) { return Value::list(args); }
 
-Value cons(Evaluator&, Arguments args) {
-    return Value::cons(args[0], args[1]);
-}
+Value cons(Evaluator&, Arguments args) { return Value::cons(args[0], args[1]); }
 
-const Value& carOf(const Value& value) {
-    return asList(value).isNil() ? value : value.car();
-}
+const Value& carOf(const Value& value) { return asList(value).isNil() ? value : value.car(); }
 
-const Value& cdrOf(const Value& value) {
-    return asList(value).isNil() ? value : value.cdr();
-}
+const Value& cdrOf(const Value& value) { return asList(value).isNil() ? value : value.cdr(); }
 
 /// One function for each of car, cdr, caar ... cddddr; the path is walked from its last letter.
 template <char... path>
@@ -165,10 +157,8 @@ constexpr Builtin builtins[] = {
     {"CDDDDR", 1, 1, walk<'d', 'd', 'd', 'd'>},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> listBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> listBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -8,9 +8,7 @@ namespace vndk::lisp {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Parses digits with a point or exponent; `end` tells how far. A number too large gives infinity, one too small 0.
 double parseReal(std::string_view text, const char*& end) {
@@ -28,7 +26,7 @@ double parseReal(std::string_view text, const char*& end) {
     return number;
 }
 
-}  // namespace
+} // namespace
 
 std::optional<Value> numberFromText(std::string_view token) {
     const bool negative = !token.empty() && token[0] == '-';
@@ -69,4 +67,4 @@ double leadingReal(std::string_view text) {
     return negative ? -number : number;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -15,4 +15,4 @@ std::optional<Value> numberFromText(std::string_view token);
 /// The number that `text` starts with, as a C program's atof reads it; 0 when there is none.
 double leadingReal(std::string_view text);
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -16,13 +16,9 @@ Value put(Evaluator& evaluator, Arguments args, PrintStyle style) {
     return args[0];
 }
 
-Value princ(Evaluator& evaluator, Arguments args) {
-    return put(evaluator, args, PrintStyle::Display);
-}
+Value princ(Evaluator& evaluator, Arguments args) { return put(evaluator, args, PrintStyle::Display); }
 
-Value prin1(Evaluator& evaluator, Arguments args) {
-    return put(evaluator, args, PrintStyle::Readable);
-}
+Value prin1(Evaluator& evaluator, Arguments args) { return put(evaluator, args, PrintStyle::Readable); }
 
 Value print(Evaluator& evaluator, Arguments args) {
     if (args.empty())
@@ -48,10 +44,8 @@ constexpr Builtin builtins[] = {
     {"TERPRI", 0, 0, terpri}, {"PROMPT", 1, 1, prompt},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> outputBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> outputBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

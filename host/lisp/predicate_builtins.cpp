@@ -6,33 +6,19 @@ namespace vndk::lisp {
 
 namespace {
 
-Value isMinus(Evaluator&, Arguments args) {
-    return Value::truth(asNumber(args[0]) < 0);
-}
+Value isMinus(Evaluator&, Arguments args) { return Value::truth(asNumber(args[0]) < 0); }
 
-Value isZero(Evaluator&, Arguments args) {
-    return Value::truth(asNumber(args[0]) == 0);
-}
+Value isZero(Evaluator&, Arguments args) { return Value::truth(asNumber(args[0]) == 0); }
 
-Value isNumber(Evaluator&, Arguments args) {
-    return Value::truth(args[0].isNumber());
-}
+Value isNumber(Evaluator&, Arguments args) { return Value::truth(args[0].isNumber()); }
 
-Value isList(Evaluator&, Arguments args) {
-    return Value::truth(args[0].isCons() || args[0].isNil());
-}
+Value isList(Evaluator&, Arguments args) { return Value::truth(args[0].isCons() || args[0].isNil()); }
 
-Value isAtom(Evaluator&, Arguments args) {
-    return Value::truth(!args[0].isCons());
-}
+Value isAtom(Evaluator&, Arguments args) { return Value::truth(!args[0].isCons()); }
 
-Value isPair(Evaluator&, Arguments args) {
-    return Value::truth(args[0].isCons());
-}
+Value isPair(Evaluator&, Arguments args) { return Value::truth(args[0].isCons()); }
 
-Value isBound(Evaluator&, Arguments args) {
-    return Value::truth(!asSymbol(args[0]).value().isNil());
-}
+Value isBound(Evaluator&, Arguments args) { return Value::truth(!asSymbol(args[0]).value().isNil()); }
 
 const char* typeName(Type type) {
     switch (type) {
@@ -70,14 +56,12 @@ Value typeOf(Evaluator& evaluator, Arguments args) {
 }
 
 constexpr Builtin builtins[] = {
-    {"MINUSP", 1, 1, isMinus}, {"ZEROP", 1, 1, isZero},     {"NUMBERP", 1, 1, isNumber}, {"LISTP", 1, 1, isList},
-    {"ATOM", 1, 1, isAtom},    {"VL-CONSP", 1, 1, isPair},  {"BOUNDP", 1, 1, isBound},   {"TYPE", 1, 1, typeOf},
+    {"MINUSP", 1, 1, isMinus}, {"ZEROP", 1, 1, isZero},    {"NUMBERP", 1, 1, isNumber}, {"LISTP", 1, 1, isList},
+    {"ATOM", 1, 1, isAtom},    {"VL-CONSP", 1, 1, isPair}, {"BOUNDP", 1, 1, isBound},   {"TYPE", 1, 1, typeOf},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> predicateBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> predicateBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -132,7 +132,7 @@ void appendValue(std::string& out, const Value& value, PrintStyle style, std::si
     }
 }
 
-}  // namespace
+} // namespace
 
 std::string realText(double number) {
     if (std::isnan(number))
@@ -157,4 +157,4 @@ std::string toText(const Value& value, PrintStyle style, std::size_t limit) {
     return out;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

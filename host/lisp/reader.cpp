@@ -9,9 +9,7 @@ namespace vndk::lisp {
 
 namespace {
 
-bool isBlank(char c) {
-    return static_cast<unsigned char>(c) <= ' ';
-}
+bool isBlank(char c) { return static_cast<unsigned char>(c) <= ' '; }
 
 /// A table, because each character of a name or number asks.
 constexpr std::array<bool, 256> endsAtomTable = [] {
@@ -23,14 +21,12 @@ constexpr std::array<bool, 256> endsAtomTable = [] {
     return table;
 }();
 
-bool endsAtom(char c) {
-    return endsAtomTable[static_cast<unsigned char>(c)];
-}
+bool endsAtom(char c) { return endsAtomTable[static_cast<unsigned char>(c)]; }
 
 /// Levels for which the reader makes room at once; typed expressions rarely go deeper.
 constexpr std::size_t usualDepth = 8;
 
-}  // namespace
+} // namespace
 
 Reader::Reader(SymbolTable& symbols, std::size_t depthLimit)
     : symbols_(symbols), quote_(symbols.intern("QUOTE")), depthLimit_(depthLimit) {
@@ -274,4 +270,4 @@ Reader::Step Reader::fail(std::string message) {
     return Step::Error;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

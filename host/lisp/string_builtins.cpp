@@ -65,9 +65,7 @@ Value chr(Evaluator&, Arguments args) {
     return Value::string(code == 0 ? std::string_view() : std::string_view(&c, 1));
 }
 
-Value itoa(Evaluator&, Arguments args) {
-    return Value::string(std::to_string(asInt(args[0])));
-}
+Value itoa(Evaluator&, Arguments args) { return Value::string(std::to_string(asInt(args[0]))); }
 
 Value atoi(Evaluator&, Arguments args) {
     std::string_view text = asString(args[0]);
@@ -80,9 +78,7 @@ Value atoi(Evaluator&, Arguments args) {
     return Value::integer(number);
 }
 
-Value atof(Evaluator&, Arguments args) {
-    return Value::real(leadingReal(asString(args[0])));
-}
+Value atof(Evaluator&, Arguments args) { return Value::real(leadingReal(asString(args[0]))); }
 
 /// (vl-string-search pattern text [start]): positions count from 0.
 Value search(Evaluator&, Arguments args) {
@@ -120,29 +116,19 @@ Value trimmed(Arguments args, bool left, bool right) {
     return Value::string(text.substr(first, last - first + 1));
 }
 
-Value trim(Evaluator&, Arguments args) {
-    return trimmed(args, true, true);
-}
+Value trim(Evaluator&, Arguments args) { return trimmed(args, true, true); }
 
-Value trimLeft(Evaluator&, Arguments args) {
-    return trimmed(args, true, false);
-}
+Value trimLeft(Evaluator&, Arguments args) { return trimmed(args, true, false); }
 
-Value trimRight(Evaluator&, Arguments args) {
-    return trimmed(args, false, true);
-}
+Value trimRight(Evaluator&, Arguments args) { return trimmed(args, false, true); }
 
 Value printed(Evaluator& evaluator, const Value& value, PrintStyle style) {
     return Value::string(toText(value, style, evaluator.limits().stringLength));
 }
 
-Value princToString(Evaluator& evaluator, Arguments args) {
-    return printed(evaluator, args[0], PrintStyle::Display);
-}
+Value princToString(Evaluator& evaluator, Arguments args) { return printed(evaluator, args[0], PrintStyle::Display); }
 
-Value prin1ToString(Evaluator& evaluator, Arguments args) {
-    return printed(evaluator, args[0], PrintStyle::Readable);
-}
+Value prin1ToString(Evaluator& evaluator, Arguments args) { return printed(evaluator, args[0], PrintStyle::Readable); }
 
 constexpr int any = Builtin::anyNumber;
 constexpr Builtin builtins[] = {
@@ -164,10 +150,8 @@ constexpr Builtin builtins[] = {
     {"VL-PRIN1-TO-STRING", 1, 1, prin1ToString},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> stringBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> stringBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

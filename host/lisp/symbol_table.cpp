@@ -24,7 +24,7 @@ bool sameName(std::string_view name, const std::string& capitals) {
     return true;
 }
 
-}  // namespace
+} // namespace
 
 SymbolTable::SymbolTable() : slots_(initialSlots) {
     // T is the one symbol that all tables share.
@@ -42,9 +42,7 @@ std::size_t SymbolTable::slotOf(std::string_view name, std::uint32_t hash) const
     return slot;
 }
 
-Symbol* SymbolTable::find(std::string_view name) const {
-    return slots_[slotOf(name, hashName(name))];
-}
+Symbol* SymbolTable::find(std::string_view name) const { return slots_[slotOf(name, hashName(name))]; }
 
 Symbol& SymbolTable::intern(std::string_view name) {
     const std::uint32_t hash = hashName(name);
@@ -69,4 +67,4 @@ void SymbolTable::grow() {
             slots_[slotOf(symbol->name(), hashName(symbol->name()))] = symbol;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -34,9 +34,7 @@ Value angtos(Evaluator& evaluator, Arguments args) {
     return textOrThrow(angleText(angle, mode, setting(evaluator, args, 2, "AUPREC", 0)), args);
 }
 
-Value realOrNil(const std::optional<double>& number) {
-    return number ? Value::real(*number) : Value();
-}
+Value realOrNil(const std::optional<double>& number) { return number ? Value::real(*number) : Value(); }
 
 /// (distof text [mode]): every form is understood in every mode; the mode is only checked.
 Value distof(Evaluator&, Arguments args) {
@@ -57,10 +55,8 @@ constexpr Builtin builtins[] = {
     {"ANGTOF", 1, 2, angtof},
 };
 
-}  // namespace
+} // namespace
 
-std::span<const Builtin> unitBuiltins() {
-    return builtins;
-}
+std::span<const Builtin> unitBuiltins() { return builtins; }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

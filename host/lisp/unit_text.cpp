@@ -224,7 +224,7 @@ std::optional<double> takeBearing(Scanner& scanner) {
     return north == east ? axis - *turn : axis + *turn;
 }
 
-}  // namespace
+} // namespace
 
 std::optional<std::string> lengthText(double length, int mode, int precision, int zeroes) {
     precision = std::clamp(precision, 0, 8);
@@ -315,4 +315,4 @@ std::optional<double> angleFromText(std::string_view text, int mode) {
     return negative ? -*angle : *angle;
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -23,4 +23,4 @@ std::optional<double> lengthFromText(std::string_view text);
 /// An angle in radians; `mode` is the unit of a bare number. Nothing when the text is no angle.
 std::optional<double> angleFromText(std::string_view text, int mode);
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -21,7 +21,7 @@ Symbol& namelessSymbol() {
     return symbol;
 }
 
-}  // namespace
+} // namespace
 
 std::string formatFailure(const Failure& failure) {
     if (failure.handled)
@@ -46,13 +46,9 @@ Value Value::pickSet(std::uint64_t id) noexcept {
     return value;
 }
 
-Value Value::string(std::string_view text) {
-    return Heap::instance().makeString(Type::String, text);
-}
+Value Value::string(std::string_view text) { return Heap::instance().makeString(Type::String, text); }
 
-Value Value::caughtError(std::string_view message) {
-    return Heap::instance().makeString(Type::CaughtError, message);
-}
+Value Value::caughtError(std::string_view message) { return Heap::instance().makeString(Type::CaughtError, message); }
 
 Value Value::cons(Value car, Value cdr) {
     return Heap::adopt(Type::Cons, Heap::instance().makePair(std::move(car), std::move(cdr)));
@@ -76,17 +72,11 @@ Value Value::external(std::string name, ExternalFunction function) {
     return Heap::makeExternal(std::move(cell));
 }
 
-Value Value::t() noexcept {
-    return symbol(symbolT());
-}
+Value Value::t() noexcept { return symbol(symbolT()); }
 
-Value Value::quiet() noexcept {
-    return symbol(namelessSymbol());
-}
+Value Value::quiet() noexcept { return symbol(namelessSymbol()); }
 
-bool Value::isQuiet() const noexcept {
-    return isSymbol() && payload_.symbol == &namelessSymbol();
-}
+bool Value::isQuiet() const noexcept { return isSymbol() && payload_.symbol == &namelessSymbol(); }
 
 const LambdaCell& Value::lambda() const noexcept {
     assert(type_ == Type::Lambda && "lambda() of another type");
@@ -133,4 +123,4 @@ Value ListBuilder::finish(Value tail) {
     return std::move(head_);
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

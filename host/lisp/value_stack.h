@@ -45,4 +45,4 @@ private:
     Value* end_;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -1,13 +1,13 @@
 // Damaged drawings through everything that --facts does: reading, decoding all objects, writing the facts. The
 // mutations come from a fixed seed, so that each run is the same. VONDRAKE_MUTATIONS sets their number.
 
-#include "vondrake/convert_command.h"
 #include "db/database.h"
 #include "dwg/crc.h"
 #include "dwg/file_image.h"
 #include "ed/host.h"
-#include "vondrake/facts.h"
 #include "support/drawings.h"
+#include "vondrake/convert_command.h"
+#include "vondrake/facts.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -1,5 +1,5 @@
-#include "vondrake/json_writer.h"
 #include "support/json.h"
+#include "vondrake/json_writer.h"
 
 #include <gtest/gtest.h>
 

@@ -30,8 +30,8 @@ inline std::string besideDrawing(const std::string& path, const std::string& end
     return std::filesystem::path(path).replace_extension().string() + ending;
 }
 
-#define SKIP_WITHOUT_DRAWINGS()                                                                                       \
-    if (!std::getenv("VONDRAKE_DRAWINGS"))                                                                            \
+#define SKIP_WITHOUT_DRAWINGS()                                                                                        \
+    if (!std::getenv("VONDRAKE_DRAWINGS"))                                                                             \
     GTEST_SKIP() << "VONDRAKE_DRAWINGS names no folder of real drawings"
 
 } // namespace vndk::test

@@ -19,10 +19,10 @@ struct AcDbOpaqueFields {
         uint64_t danglingHandle = 0;
     };
 
-    std::string typeName;       // DXF name
-    uint16_t fixedType = 0;     // the format's type number, or 0 for a type of the classes section
+    std::string typeName;   // DXF name
+    uint16_t fixedType = 0; // the format's type number, or 0 for a type of the classes section
     std::shared_ptr<const vndk::dwg::ClassRecord> fileClass;
-    std::string bits;           // from the first field on, filled to whole bytes
+    std::string bits; // from the first field on, filled to whole bytes
     uint32_t bitCount = 0;
     std::vector<Reference> references;
 

@@ -27,8 +27,8 @@ struct FileParts {
     HeaderVariables header;
     std::vector<ClassRecord> classes;
     std::vector<PreviewRecord> preview;
-    uint16_t measurement = 0;         ///< 0 inches, 1 metric.
-    std::vector<ObjectBytes> objects; ///< In the order in which they are to stand in the file; each handle once.
+    uint16_t measurement = 0;          ///< 0 inches, 1 metric.
+    std::vector<ObjectBytes> objects;  ///< In the order in which they are to stand in the file; each handle once.
     const FileImage* source = nullptr; ///< Where the drawing came from; null for a new one.
 };
 

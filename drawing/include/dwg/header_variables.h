@@ -32,7 +32,8 @@ struct JulianTime {
 };
 
 struct HeaderVariables {
-#define VNDK_BRACES(...) {__VA_ARGS__}
+#define VNDK_BRACES(...)                                                                                               \
+    { __VA_ARGS__ }
 #define VNDK_HEADER_VARIABLE(type, name, code, versions, standard) type name = standard;
 #define VNDK_HEADER_PLACE(name, code, versions)
 #include "dwg/header_variables.inc"

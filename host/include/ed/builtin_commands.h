@@ -52,8 +52,8 @@ public:
     Prompts& prompts() const;
     /// For SETVAR: the variable whose name was typed in place of the command's; empty when it has to ask.
     const std::string& variable() const { return variable_; }
-    /// To the command line's output; brings its own line ends, in code page 1252. A line end in front is left out at the
-    /// beginning of a line.
+    /// To the command line's output; brings its own line ends, in code page 1252. A line end in front is left out at
+    /// the beginning of a line.
     void print(std::string_view text) const;
     /// Prints the message on a line of its own, keeps it for a batch run, and returns Failed.
     CommandResult fail(std::string message, FailureKind kind = FailureKind::Command) const;

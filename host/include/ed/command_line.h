@@ -4,10 +4,10 @@
 //     while (host.commandLine().step().ran) ...
 //
 // Each step runs one command or expression to its end; prompts within take their answers from the same input. At the
-// command prompt: a name runs a command, that of a system variable SETVAR on it, `(` or `!` begins LISP, an empty answer repeats the last command, code 27
-// does nothing. A command runs on the caller's stack, with its prompts nested, unless LISP's (command ...) started it:
-// that one waits on a stack of its own while LISP goes on, and takes further answers from later calls or, when the
-// expression has ended, from the typed input.
+// command prompt: a name runs a command, that of a system variable SETVAR on it, `(` or `!` begins LISP, an empty
+// answer repeats the last command, code 27 does nothing. A command runs on the caller's stack, with its prompts nested,
+// unless LISP's (command ...) started it: that one waits on a stack of its own while LISP goes on, and takes further
+// answers from later calls or, when the expression has ended, from the typed input.
 #pragma once
 
 #include "ed/builtin_commands.h"

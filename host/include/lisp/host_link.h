@@ -59,4 +59,4 @@ public:
     virtual Outcome<Value> initGet(int bits, std::string_view keywords);
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

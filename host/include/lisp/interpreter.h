@@ -77,4 +77,4 @@ private:
     std::unique_ptr<Evaluator> evaluator_;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

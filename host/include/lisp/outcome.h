@@ -13,11 +13,11 @@
 namespace vndk::lisp {
 
 enum class FailureKind {
-    Error,      ///< The program or its data is wrong.
-    Cancelled,  ///< The user cancelled a prompt. LISP code may catch it.
-    Break,      ///< The user interrupted the evaluation. LISP code cannot catch it.
-    Quit,       ///< (quit) or (exit).
-    Limit,      ///< A limit of the interpreter (steps) was reached. LISP code cannot catch it.
+    Error,     ///< The program or its data is wrong.
+    Cancelled, ///< The user cancelled a prompt. LISP code may catch it.
+    Break,     ///< The user interrupted the evaluation. LISP code cannot catch it.
+    Quit,      ///< (quit) or (exit).
+    Limit,     ///< A limit of the interpreter (steps) was reached. LISP code cannot catch it.
 };
 
 struct Failure {
@@ -64,4 +64,4 @@ private:
     std::variant<T, Failure> content_;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -23,9 +23,9 @@ namespace vndk::lisp {
 class Reader {
 public:
     enum class Status {
-        Form,      ///< A form was read.
-        NeedMore,  ///< All text is used up; isInsideForm() tells whether a form is open.
-        Error,     ///< The text is wrong; see error(). The rest of it is given up.
+        Form,     ///< A form was read.
+        NeedMore, ///< All text is used up; isInsideForm() tells whether a form is open.
+        Error,    ///< The text is wrong; see error(). The rest of it is given up.
     };
 
     static constexpr std::size_t defaultDepthLimit = 100'000;
@@ -89,4 +89,4 @@ private:
     bool inComment_ = false;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -57,4 +57,4 @@ private:
     std::size_t used_ = 0;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -254,4 +254,4 @@ private:
     ConsCell* tail_ = nullptr;
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -76,8 +76,8 @@ public:
 
 private:
     // 31 bits in all: a handle kept in 32 bits by module code and widened again stays the same.
-    static constexpr std::uintptr_t indexMask = 0xFFFFF;      // 20 bits
-    static constexpr std::uint32_t generationMask = 0x7F;     // 7 bits
+    static constexpr std::uintptr_t indexMask = 0xFFFFF;  // 20 bits
+    static constexpr std::uint32_t generationMask = 0x7F; // 7 bits
     static constexpr unsigned generationShift = 20;
     static constexpr unsigned kindShift = 27;
 

@@ -31,11 +31,27 @@ TEST_F(SymbolTables, OnlyNamesThatAFileCanHoldAreTaken) {
         std::string name;
         bool valid;
     } cases[] = {
-        {"A", true}, {"with blanks $-_.", true}, {"*U1", true}, {std::string(255, 'x'), true},
-        {"", false}, {"*", false}, {std::string(256, 'x'), false},
-        {"a/b", false}, {"a\\b", false}, {"a\"b", false}, {"a:b", false}, {"a;b", false}, {"a?b", false},
-        {"a*b", false}, {"a|b", false}, {"a,b", false}, {"a=b", false}, {"a`b", false}, {"a<b", false},
-        {"a>b", false}, {"a\tb", false},
+        {"A", true},
+        {"with blanks $-_.", true},
+        {"*U1", true},
+        {std::string(255, 'x'), true},
+        {"", false},
+        {"*", false},
+        {std::string(256, 'x'), false},
+        {"a/b", false},
+        {"a\\b", false},
+        {"a\"b", false},
+        {"a:b", false},
+        {"a;b", false},
+        {"a?b", false},
+        {"a*b", false},
+        {"a|b", false},
+        {"a,b", false},
+        {"a=b", false},
+        {"a`b", false},
+        {"a<b", false},
+        {"a>b", false},
+        {"a\tb", false},
     };
     for (const auto& c : cases)
         EXPECT_EQ(acdbIsValidSymbolName(c.name.c_str()), c.valid) << c.name;

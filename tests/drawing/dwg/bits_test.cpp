@@ -75,11 +75,11 @@ TEST(BitCodes, TakeTheirShortestForm) {
         void (*write)(BitWriter&);
         size_t bits;
     } cases[] = {
-        {[](BitWriter& w) { w.BS(0); }, 2},       {[](BitWriter& w) { w.BS(255); }, 10},
-        {[](BitWriter& w) { w.BS(256); }, 2},     {[](BitWriter& w) { w.BS(257); }, 18},
-        {[](BitWriter& w) { w.BL(0); }, 2},       {[](BitWriter& w) { w.BL(256); }, 34},
-        {[](BitWriter& w) { w.BD(0.0); }, 2},     {[](BitWriter& w) { w.BD(1.0); }, 2},
-        {[](BitWriter& w) { w.BD(-0.0); }, 66},   {[](BitWriter& w) { w.H(5, 0); }, 8},
+        {[](BitWriter& w) { w.BS(0); }, 2},        {[](BitWriter& w) { w.BS(255); }, 10},
+        {[](BitWriter& w) { w.BS(256); }, 2},      {[](BitWriter& w) { w.BS(257); }, 18},
+        {[](BitWriter& w) { w.BL(0); }, 2},        {[](BitWriter& w) { w.BL(256); }, 34},
+        {[](BitWriter& w) { w.BD(0.0); }, 2},      {[](BitWriter& w) { w.BD(1.0); }, 2},
+        {[](BitWriter& w) { w.BD(-0.0); }, 66},    {[](BitWriter& w) { w.H(5, 0); }, 8},
         {[](BitWriter& w) { w.H(5, 0x100); }, 24}, {[](BitWriter& w) { w.TV(""); }, 2},
     };
     for (const auto& each : cases) {
@@ -170,7 +170,7 @@ TEST(BitReader, StopsAtTheEndForEveryCodeAndLength) {
 TEST(BitReader, RefusesInvalidCodes) {
     const uint8_t ones[] = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     using Read = void (*)(BitReader&);
-    const Read reads[] = {[](BitReader& r) { r.BL(); }, [](BitReader& r) { r.BD(); }, [](BitReader& r) { r.H(); },
+    const Read reads[] = {[](BitReader& r) { r.BL(); }, [](BitReader& r) { r.BD(); },  [](BitReader& r) { r.H(); },
                           [](BitReader& r) { r.MC(); }, [](BitReader& r) { r.UMC(); }, [](BitReader& r) { r.MS(); }};
     for (const auto& read : reads) {
         BitReader reader(ones, 0, sizeof ones * 8);

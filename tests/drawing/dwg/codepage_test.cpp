@@ -49,10 +49,8 @@ TEST(CodePage, Utf8IsForPeople) {
         std::string text;
         std::string utf8;
     } cases[] = {
-        {"T\xFCr", "T\xC3\xBCr"},
-        {"\x80", "\xE2\x82\xAC"},
-        {"\\U+65E5x", "\xE6\x97\xA5x"},
-        {"\\U+D83D\\U+DE00", "\xF0\x9F\x98\x80"},
+        {"T\xFCr", "T\xC3\xBCr"},       {"\x80", "\xE2\x82\xAC"},
+        {"\\U+65E5x", "\xE6\x97\xA5x"}, {"\\U+D83D\\U+DE00", "\xF0\x9F\x98\x80"},
         {"\\U+D83D!", "\\U+D83D!"},
     };
     for (const auto& each : cases) {

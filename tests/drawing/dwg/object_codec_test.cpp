@@ -4,8 +4,8 @@
 #include <map>
 
 #include "db/opaque.h"
-#include "dwg/drawing_reader.h"
 #include "drawing/dwg/round_trip.h"
+#include "dwg/drawing_reader.h"
 #include "support/drawings.h"
 
 namespace vndk::test {

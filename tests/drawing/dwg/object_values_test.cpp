@@ -113,9 +113,8 @@ const std::vector<Field> kFields = {
     {"VIEWPORT", "GRIDUNIT", of<AcDbViewport>(DATA(gridSpacing))},
     {"VIEWPORT", "status_flag", of<AcDbViewport>(DATA(status))},
     {"VIEWPORT", "UCSVP", of<AcDbViewport>(DATA(ucsPerViewport))},
-    {"VIEWPORT", "vport_entity_header", of<AcDbViewport>([](const auto& data) {
-         return static_cast<double>(data.vxRecord.handle().value());
-     })},
+    {"VIEWPORT", "vport_entity_header",
+     of<AcDbViewport>([](const auto& data) { return static_cast<double>(data.vxRecord.handle().value()); })},
     {"LAYER", "color",
      [](const AcDbObject& o) { return numbers(static_cast<const AcDbLayerTableRecord&>(o).color()); }},
     {"LAYER", "linewt",
@@ -126,9 +125,8 @@ const std::vector<Field> kFields = {
     {"LAYER", "ltype", handleOf<AcDbLayerTableRecord>(CALL(linetypeObjectId()))},
     {"STYLE", "last_height", of<AcDbTextStyleTableRecord>(DATA(priorSize))},
     {"LTYPE", "pattern_len", of<AcDbLinetypeTableRecord>(DATA(patternLength))},
-    {"LTYPE", "numdashes", of<AcDbLinetypeTableRecord>([](const auto& data) {
-         return static_cast<double>(data.dashes.size());
-     })},
+    {"LTYPE", "numdashes",
+     of<AcDbLinetypeTableRecord>([](const auto& data) { return static_cast<double>(data.dashes.size()); })},
     {"BLOCK_HEADER", "base_pt", of<AcDbBlockTableRecord>(DATA(origin))},
     {"BLOCK_HEADER", "anonymous", of<AcDbBlockTableRecord>(DATA(anonymous))},
     {"BLOCK_HEADER", "first_entity", handleOf<AcDbBlockTableRecord>(CALL(fileFirst()))},
@@ -184,15 +182,15 @@ void compareObject(const Json& facts, const AcDbObject& object, std::map<std::st
             continue;
         ++compared[type + " " + field.name];
         EXPECT_TRUE(agree(field.value(object), factNumbers(facts[field.name])))
-            << type << " " << handle << " " << field.name << ": "
-            << testing::PrintToString(field.value(object)) << " and "
-            << testing::PrintToString(factNumbers(facts[field.name]));
+            << type << " " << handle << " " << field.name << ": " << testing::PrintToString(field.value(object))
+            << " and " << testing::PrintToString(factNumbers(facts[field.name]));
     }
     for (const TextField& field : kTextFields) {
         if (type != field.type || !facts.has(field.name))
             continue;
         ++compared[type + " " + field.name];
-        EXPECT_EQ(dwg::utf8FromText(field.value(object)), facts[field.name].text()) << type << " " << handle << " " << field.name;
+        EXPECT_EQ(dwg::utf8FromText(field.value(object)), facts[field.name].text())
+            << type << " " << handle << " " << field.name;
     }
 }
 

@@ -9,9 +9,9 @@ namespace {
 constexpr AcGeTol kTol{1e-9, 1e-9};
 
 void expectNear(const AcGePoint3d& actual, const AcGePoint3d& expected, const char* what) {
-    EXPECT_TRUE(actual.isEqualTo(expected, kTol)) << what << ": (" << actual.x << ", " << actual.y << ", " << actual.z
-                                                  << ") instead of (" << expected.x << ", " << expected.y << ", "
-                                                  << expected.z << ")";
+    EXPECT_TRUE(actual.isEqualTo(expected, kTol))
+        << what << ": (" << actual.x << ", " << actual.y << ", " << actual.z << ") instead of (" << expected.x << ", "
+        << expected.y << ", " << expected.z << ")";
 }
 
 TEST(Matrix3d, TransformsMovePointsAsTheirNamesSay) {
@@ -23,7 +23,8 @@ TEST(Matrix3d, TransformsMovePointsAsTheirNamesSay) {
     } cases[] = {
         {"translation", AcGeMatrix3d::translation({1, 2, 3}), {4, 3, 5}},
         {"quarter turn about Z through (1,1)",
-         AcGeMatrix3d::rotation(kAcGePi / 2, AcGeVector3d::kZAxis, {1, 1, 0}), {1, 3, 2}},
+         AcGeMatrix3d::rotation(kAcGePi / 2, AcGeVector3d::kZAxis, {1, 1, 0}),
+         {1, 3, 2}},
         {"quarter turn about X", AcGeMatrix3d::rotation(kAcGePi / 2, AcGeVector3d::kXAxis), {3, -2, 1}},
         {"scaling about (1,1,1)", AcGeMatrix3d::scaling(2, {1, 1, 1}), {5, 1, 3}},
         {"mirror in the plane x = 1", AcGeMatrix3d::mirroring({1, 0, 0}, {1, 0, 0}), {-1, 1, 2}},

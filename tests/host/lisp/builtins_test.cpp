@@ -230,4 +230,4 @@ TEST_F(LispTest, OutputGoesToTheHost) {
     EXPECT_EQ(run("(princ)"), "");
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -121,8 +121,7 @@ TEST_F(LispTest, TheHostIsAskedForItsThings) {
         {"(getstring \"Name: \")", "\"word\""},
         {"(getstring)", "\"word\""},
     });
-    EXPECT_EQ(host.commands,
-              (std::vector<std::string>{"(\"LINE\" (0 0) \"\\\\\" <Entity name: 2f> \"\")", "nil"}));
+    EXPECT_EQ(host.commands, (std::vector<std::string>{"(\"LINE\" (0 0) \"\\\\\" <Entity name: 2f> \"\")", "nil"}));
     EXPECT_EQ(host.output, "Name: Name: ");
 }
 
@@ -191,4 +190,4 @@ TEST_F(LispTest, ABreakEndsAnEndlessLoopEvenInsideACatch) {
     EXPECT_EQ(run("(+ 1 1)"), "2");
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

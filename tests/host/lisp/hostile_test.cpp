@@ -16,7 +16,7 @@ std::string repeated(std::string_view part, std::size_t count) {
     return text;
 }
 
-}  // namespace
+} // namespace
 
 TEST_F(LispTest, AMillionParenthesesAreAnErrorNotACrash) {
     EXPECT_EQ(run(repeated("(", 1'000'000)), "; error: lists are nested too deep on input");
@@ -127,4 +127,4 @@ TEST(Hostile, MutatedProgramsEndInAValueOrAnError) {
     }
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

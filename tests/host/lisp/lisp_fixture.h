@@ -75,4 +75,4 @@ protected:
     }
 };
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

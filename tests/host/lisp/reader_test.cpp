@@ -32,11 +32,10 @@ std::string transcript(std::initializer_list<const char*> lines) {
     return text;
 }
 
-}  // namespace
+} // namespace
 
 TEST(Reader, TellsWhenAFormGoesOnInTheNextLine) {
-    EXPECT_EQ(transcript({"(a\n", "(b \"x\n", "y\") ; note )\n", "c) 2\n"}),
-              "(_> |((_> |(_> |(A (B \"x\\ny\") C)|2|");
+    EXPECT_EQ(transcript({"(a\n", "(b \"x\n", "y\") ; note )\n", "c) 2\n"}), "(_> |((_> |(_> |(A (B \"x\\ny\") C)|2|");
     EXPECT_EQ(transcript({"\"open\n", "end\"\n"}), "\"_> |\"open\\nend\"|");
     EXPECT_EQ(transcript({"(1 ;| note )\n", "still |; 2)\n"}), "(_> |(1 2)|");
     EXPECT_EQ(transcript({"'\n", "a\n"}), "_> |(QUOTE A)|");
@@ -85,4 +84,4 @@ TEST(Reader, PrintedDataIsReadBackTheSame) {
     EXPECT_EQ(form.car().text(), bytes);
 }
 
-}  // namespace vndk::lisp
+} // namespace vndk::lisp

@@ -474,8 +474,8 @@ int SetDIBits(HDC dc, HBITMAP bitmap, UINT startRow, UINT rows, const void* bits
 /// failure.
 int GetDIBits(HDC dc, HBITMAP bitmap, UINT startRow, UINT rows, void* bits, BITMAPINFO* info, UINT usage);
 /// Paints `rows` rows of a picture, of which the first given is `startRow` (as in SetDIBits). (sourceX, sourceY) counts
-/// from the picture's lower left corner, or from the upper left one when its rows come from the top. The number of rows;
-/// 0 on failure.
+/// from the picture's lower left corner, or from the upper left one when its rows come from the top. The number of
+/// rows; 0 on failure.
 int SetDIBitsToDevice(HDC dc, int x, int y, DWORD width, DWORD height, int sourceX, int sourceY, UINT startRow,
                       UINT rows, const void* bits, const BITMAPINFO* info, UINT usage);
 /// Paints a part of a picture in another size; negative sizes mirror. (sourceX, sourceY) counts from the picture's

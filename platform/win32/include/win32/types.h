@@ -78,7 +78,7 @@ VNDK_DECLARE_HANDLE(HDWP);
 VNDK_DECLARE_HANDLE(HIMAGELIST);
 VNDK_DECLARE_HANDLE(HTREEITEM);
 using HMODULE = HINSTANCE;
-using HCURSOR = HICON; // the platform lets one stand for the other
+using HCURSOR = HICON;  // the platform lets one stand for the other
 using HGDIOBJ = HANDLE; // a pen, brush, font, bitmap, region or palette
 
 /// What a failed FindFirstFileA answers.
