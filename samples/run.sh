@@ -3,7 +3,8 @@
 #
 #   samples/run.sh BUILD [DRAWING]
 #
-# The result is saved in BUILD/samples/out. Printed is what was done, and the facts of the new references, one a line.
+# The result is saved in BUILD/samples/out, with a picture of it. Printed is what was done, and the facts of the new
+# references, one a line.
 set -euo pipefail
 
 if [[ $# -lt 1 || $# -gt 2 ]]; then
@@ -33,9 +34,10 @@ intelligent() {
 intelligent "$drawing" > "$work/before"
 "$vondrake" --batch "$script" "$drawing" --drive "S=$samples" --drive "B=$build/samples" --profile "$work/profile.ini"
 intelligent "$result" > "$work/after"
+"$vondrake" --png "${result%.dwg}.png" --size 1200x840 "$result"
 
 echo
-echo "Saved as $result. New Intelligent Blocks:"
+echo "Saved as $result, drawn in ${result%.dwg}.png. New Intelligent Blocks:"
 { grep -vxFf "$work/before" "$work/after" || true; } > "$work/new"
 cat "$work/new"
 echo "$(wc -l < "$work/new") new references."

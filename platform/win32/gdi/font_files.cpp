@@ -125,7 +125,7 @@ void FontFiles::complain(const std::string& file) {
         return;
     complained_ = true;
     std::fprintf(stderr,
-                 "vondrake: the font file %s is missing or damaged, so text stays invisible. Install the Liberation "
+                 "vondrake: the font file %s is missing or damaged, so its text can't be shown. Install the Liberation "
                  "fonts (Debian: fonts-liberation), or set VONDRAKE_FONTS to the folder that holds them.\n",
                  file.c_str());
 }
