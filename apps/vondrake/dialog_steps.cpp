@@ -152,7 +152,7 @@ std::optional<KeyPress> keyPressOf(std::string_view text) {
     if (letter)
         press.key = c & ~0x20;
     else if (digit)
-        press.key = c;
+        press.key = static_cast<unsigned char>(c);
     if (types && static_cast<unsigned char>(c) > ' ' && !(press.with.shift && !letter)) {
         press.typed = press.with.shift ? static_cast<char>(press.key) : c;
         press.with = {};

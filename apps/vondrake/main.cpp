@@ -32,7 +32,7 @@ std::optional<std::string> hostPathOf(const std::string& name) {
     if (std::filesystem::exists(name, error))
         return name;
     const auto inside = win32::fromUtf8(name);
-    const auto path = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
+    auto path = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
     if (!path)
         complain("\"" + name + "\" can't be a file's name. Give a path on a mapped drive.");
     return path;

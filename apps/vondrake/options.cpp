@@ -12,7 +12,7 @@ using Task = Options::Task;
 struct OptionRow {
     std::string_view name;
     enum class Value { None, Needed } value;
-    void (*apply)(Options& options, std::string value);
+    void (*apply)(Options& options, const std::string& value);
     std::optional<Task> task; // of those options that say what to do
 };
 
@@ -42,16 +42,16 @@ void takeSize(Options& options, const std::string& text) {
 }
 
 constexpr OptionRow kRows[] = {
-    {"--batch", kNeeded, [](Options& o, std::string v) { o.script = std::move(v); }, Task::Batch},
-    {"--facts", kNeeded, [](Options& o, std::string v) { o.drawing = std::move(v); }, Task::Facts},
-    {"--png", kNeeded, [](Options& o, std::string v) { o.picture = std::move(v); }, Task::Picture},
-    {"--size", kNeeded, [](Options& o, std::string v) { takeSize(o, v); }, {}},
-    {"--help", kNone, [](Options&, std::string) {}, Task::Help},
-    {"--version", kNone, [](Options&, std::string) {}, Task::Version},
-    {"--scale", kNeeded, [](Options& o, std::string v) { o.scale = scaleOf(v); }, {}},
-    {"--keep-going", kNone, [](Options& o, std::string) { o.keepGoing = true; }, {}},
-    {"--drive", kNeeded, [](Options& o, std::string v) { o.drives.push_back(std::move(v)); }, {}},
-    {"--profile", kNeeded, [](Options& o, std::string v) { o.profile = std::move(v); }, {}},
+    {"--batch", kNeeded, [](Options& o, const std::string& v) { o.script = v; }, Task::Batch},
+    {"--facts", kNeeded, [](Options& o, const std::string& v) { o.drawing = v; }, Task::Facts},
+    {"--png", kNeeded, [](Options& o, const std::string& v) { o.picture = v; }, Task::Picture},
+    {"--size", kNeeded, [](Options& o, const std::string& v) { takeSize(o, v); }, {}},
+    {"--help", kNone, [](Options&, const std::string&) {}, Task::Help},
+    {"--version", kNone, [](Options&, const std::string&) {}, Task::Version},
+    {"--scale", kNeeded, [](Options& o, const std::string& v) { o.scale = scaleOf(v); }, {}},
+    {"--keep-going", kNone, [](Options& o, const std::string&) { o.keepGoing = true; }, {}},
+    {"--drive", kNeeded, [](Options& o, const std::string& v) { o.drives.push_back(v); }, {}},
+    {"--profile", kNeeded, [](Options& o, const std::string& v) { o.profile = v; }, {}},
 };
 
 const OptionRow* findRow(std::string_view name) {
@@ -111,7 +111,7 @@ private:
             return complain("Only one of --batch, --facts, --png, --help and --version can be given, and once.");
         if (row->task)
             task_ = row->task;
-        row->apply(options_, std::move(value));
+        row->apply(options_, value);
     }
 
     void finish() {

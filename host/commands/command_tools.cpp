@@ -90,6 +90,7 @@ std::vector<AcDbObjectId> sortedRecords(AcDbObjectId tableId) {
                 named.emplace_back(acdbFoldName(recordName(id)), id);
     std::sort(named.begin(), named.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<AcDbObjectId> ids;
+    ids.reserve(named.size());
     for (const auto& [name, id] : named)
         ids.push_back(id);
     return ids;

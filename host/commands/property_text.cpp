@@ -25,7 +25,7 @@ short colorOf(const std::string& text) {
     short color = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), color);
     if (error == std::errc() && end == text.data() + text.size())
-        return color >= 1 && color <= 255 ? color : 0;
+        return color >= 1 && color <= 255 ? color : short{0};
     const std::string folded = acdbFoldName(text);
     for (short i = 0; i < 7 && !folded.empty(); ++i) {
         const std::string name = acdbFoldName(kColorNames[i]);

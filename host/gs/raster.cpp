@@ -91,7 +91,8 @@ std::uint32_t blended(std::uint32_t under, std::uint32_t over, float share) {
     std::uint32_t mixed = 0xFF000000;
     for (const int shift : {0, 8, 16}) {
         const float a = static_cast<float>(under >> shift & 0xFF), b = static_cast<float>(over >> shift & 0xFF);
-        mixed |= static_cast<std::uint32_t>(a + (b - a) * share + 0.5F) << shift;
+        const float toHalf = a + (b - a) * share + 0.5F; // never negative
+        mixed |= static_cast<std::uint32_t>(toHalf) << shift;
     }
     return mixed;
 }

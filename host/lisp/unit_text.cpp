@@ -100,9 +100,10 @@ std::string sexagesimalText(double degrees, int precision) {
         return text;
     const std::int64_t rest = count % unit;
     const std::int64_t perMinute = unit / 60;
+    const std::int64_t perSecond = unit / 3600;
     text += std::to_string(rest / perMinute) + "'";
     if (precision > 2)
-        text += fixedText(static_cast<double>(rest % perMinute) / static_cast<double>(unit / 3600), decimals) + "\"";
+        text += fixedText(static_cast<double>(rest % perMinute) / static_cast<double>(perSecond), decimals) + "\"";
     return text;
 }
 

@@ -20,7 +20,7 @@ class LiveObject {
 public:
     LiveObject() { ++count_; }
     LiveObject(const LiveObject&) { ++count_; }
-    LiveObject& operator=(const LiveObject&) { return *this; }
+    LiveObject& operator=(const LiveObject&) = default;
     ~LiveObject() { --count_; }
 
     static long count() { return count_; }
