@@ -8,17 +8,15 @@
 #include "mfc/afx.h"
 #include "objects/attribute.h"
 #include "objects/block_reference.h"
+#include "processor_time.h"
 #include "resources/resource.h"
 #include "screen/memory.h"
 #include "win32/desktop.h"
 
 #include <benchmark/benchmark.h>
-#include <time.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
-#include <vector>
 
 HINSTANCE ModuleInstance() { return ::GetModuleHandleA("VNDKKeldmoor.arx"); }
 
@@ -35,24 +33,10 @@ constexpr int kAttributes = 1000;
 
 std::map<std::string, double> g_median; // milliseconds by name
 
-/// Processor time: a machine that has other work to do doesn't make dialogs dearer.
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 /// Keeps the median of the rounds; `work` gives the seconds of one.
 template <class F>
 void measure(benchmark::State& state, const std::string& name, F&& work) {
-    std::vector<double> rounds;
-    for (auto _ : state) {
-        const double seconds = work();
-        state.SetIterationTime(seconds);
-        rounds.push_back(seconds * 1000);
-    }
-    std::nth_element(rounds.begin(), rounds.begin() + static_cast<std::ptrdiff_t>(rounds.size() / 2), rounds.end());
-    g_median[name] = rounds[rounds.size() / 2];
+    g_median[name] = vndk::bench::median(vndk::bench::sortedRounds(state, work));
 }
 
 /// Notes the time at which everything is painted, and ends.
@@ -65,7 +49,7 @@ public:
 protected:
     LRESULT OnKickIdle(WPARAM, LPARAM) {
         m_desktop.settle();
-        m_painted = now();
+        m_painted = vndk::bench::processorSeconds();
         m_rows = ListView_GetItemCount(::GetDlgItem(m_hWnd, IDC_ATTRIBUTE_LIST));
         EndDialog(IDCANCEL);
         return FALSE;
@@ -133,7 +117,7 @@ private:
 void openDialog(benchmark::State& state) {
     Scene scene;
     measure(state, "open", [&] {
-        const double start = now();
+        const double start = vndk::bench::processorSeconds();
         TimedDlg dlg(scene.frame(), scene.desktop());
         if (!scene.select(dlg) || dlg.DoModal() != IDCANCEL || dlg.m_rows != kAttributes)
             state.SkipWithError("the dialog didn't open");
@@ -184,11 +168,11 @@ void pressKey(benchmark::State& state) {
         const int key = letter ? 'X' : VK_BACK;
         const char32_t character = letter ? U'x' : U'\b';
         letter = !letter;
-        const double start = now();
+        const double start = vndk::bench::processorSeconds();
         post(scene, Event::Kind::keyDown, key, 0);
         post(scene, Event::Kind::character, key, character);
         deliver(scene);
-        const double seconds = now() - start;
+        const double seconds = vndk::bench::processorSeconds() - start;
         post(scene, Event::Kind::keyUp, key, 0);
         deliver(scene);
         return seconds;

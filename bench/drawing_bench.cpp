@@ -2,13 +2,14 @@
 
 #include "gdi/device_context.h"
 #include "limits.h"
+#include "processor_time.h"
 
 #include <benchmark/benchmark.h>
-#include <time.h>
 
-#include <algorithm>
 #include <map>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -19,24 +20,9 @@ constexpr int height = 800;
 
 std::map<std::string, double> g_best; // milliseconds by name
 
-/// Processor time: a machine that has other work to do doesn't make painting dearer.
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 template <class F>
 void measure(benchmark::State& state, const std::string& name, F&& work) {
-    double best = 1e9;
-    for (auto _ : state) {
-        const double start = now();
-        work();
-        const double seconds = now() - start;
-        state.SetIterationTime(seconds);
-        best = std::min(best, seconds * 1000);
-    }
-    g_best[name] = best;
+    g_best[name] = vndk::bench::sortedRounds(state, [&] { return vndk::bench::timed(work); }).front();
 }
 
 /// The screen, a context onto all of it, and one for each of 600 controls that are cut out of the desktop's own.

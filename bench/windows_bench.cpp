@@ -2,6 +2,7 @@
 // built.
 #include "gallery/gallery.h"
 #include "limits.h"
+#include "processor_time.h"
 #include "screen/memory.h"
 #include "win32/desktop.h"
 #include "win32/dialog.h"
@@ -10,9 +11,7 @@
 #include "win32/treeview.h"
 
 #include <benchmark/benchmark.h>
-#include <time.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -29,26 +28,10 @@ constexpr int kManyItems = 100000;
 
 std::map<std::string, double> g_median; // milliseconds by name
 
-/// Processor time: a machine that has other work to do doesn't make windows dearer.
-double now() {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
-/// Keeps the median: a single round that the system took for itself says nothing.
+/// Keeps the median of the rounds.
 template <class F>
 void measure(benchmark::State& state, const std::string& name, F&& work) {
-    std::vector<double> rounds;
-    for (auto _ : state) {
-        const double start = now();
-        work();
-        const double seconds = now() - start;
-        state.SetIterationTime(seconds);
-        rounds.push_back(seconds * 1000);
-    }
-    std::nth_element(rounds.begin(), rounds.begin() + static_cast<std::ptrdiff_t>(rounds.size() / 2), rounds.end());
-    g_median[name] = rounds[rounds.size() / 2];
+    g_median[name] = vndk::bench::median(vndk::bench::sortedRounds(state, [&] { return vndk::bench::timed(work); }));
 }
 
 void repaintGallery(benchmark::State& state) {
