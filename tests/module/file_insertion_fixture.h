@@ -16,6 +16,21 @@ protected:
         return definition;
     }
 
+    /// A definition "WIDE", asked for as "How wide", that stretches where its value is above 800.
+    static VNDKAttributeDefinition* defineWide(const char* text) {
+        auto* const definition = new VNDKAttributeDefinition;
+        definition->setTag("WIDE");
+        definition->setPrompt("How wide");
+        definition->setTextString(text);
+        definition->setPosition({5, 5, 0});
+        definition->setConditionalPoint1({10, 0, 0});
+        definition->setConditionalPoint2({20, 0, 0});
+        auto* const formula = new CCondFormula;
+        EXPECT_EQ(formula->setText("stretch = value > 800"), Acad::eOk);
+        definition->AddFormula(formula);
+        return definition;
+    }
+
     /// Writes a drawing with these entities in model space.
     std::string file(const std::string& name, const std::vector<AcDbEntity*>& contents, AcGePoint3d base = {}) {
         AcDbDatabase drawing(true, true);

@@ -125,17 +125,7 @@ TEST_F(InsertFileDialogTest, CancelKeepsTheReferenceWithTheDefinitionsTexts) {
 }
 
 TEST_F(InsertFileDialogTest, FormulasRunOnTheValuesOfTheDialogOnly) {
-    auto* const conditional = new VNDKAttributeDefinition;
-    conditional->setTag("WIDE");
-    conditional->setPrompt("How wide");
-    conditional->setTextString("900");
-    conditional->setPosition({5, 5, 0});
-    conditional->setConditionalPoint1({10, 0, 0});
-    conditional->setConditionalPoint2({20, 0, 0});
-    auto* const formula = new CCondFormula;
-    ASSERT_EQ(formula->setText("stretch = value > 800"), Acad::eOk);
-    conditional->AddFormula(formula);
-    const std::string path = file("wide.dwg", {conditional});
+    const std::string path = file("wide.dwg", {defineWide("900")});
     const auto position = [this] { return AcDbObjectPointer<VNDKAttribute>(modelSpace().back())->position(); };
     insertBy(path, [](UserScript& user) { user.click(IDCANCEL); });
     EXPECT_EQ(position(), AcGePoint3d(6, 7, 3)) << "nobody gave a value";

@@ -173,19 +173,9 @@ TEST_F(InsertFileTest, AllKindsOfDefinitionsGetAnAttributeButConstantOnes) {
     preset->setPreset(true);
     AcDbAttributeDefinition* const invisible = define("INVISIBLE", "3", "Invisible");
     invisible->setInvisible(true);
-    auto* const conditional = new VNDKAttributeDefinition;
-    conditional->setTag("WIDE");
-    conditional->setPrompt("How wide");
-    conditional->setTextString("700");
-    conditional->setPosition({5, 5, 0});
-    conditional->setConditionalPoint1({10, 0, 0});
-    conditional->setConditionalPoint2({20, 0, 0});
-    auto* const formula = new CCondFormula;
-    ASSERT_EQ(formula->setText("stretch = value > 800"), Acad::eOk);
-    conditional->AddFormula(formula);
     // ATTREQ has no say on this road.
     run("(setvar \"ATTREQ\" 0)");
-    const std::string printed = insert(file("mix.dwg", {constant, preset, invisible, conditional}), "p\n\n900\n");
+    const std::string printed = insert(file("mix.dwg", {constant, preset, invisible, defineWide("700")}), "p\n\n900\n");
     EXPECT_THAT(printed, HasSubstr("Preset <2>: p\nInvisible <3>: \nHow wide <700>: 900\n"));
     EXPECT_THAT(lastValues(), ElementsAre("PRESET=p|2", "INVISIBLE=3|3", "WIDE=900|700"));
     const auto ids = modelSpace();
