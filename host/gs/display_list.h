@@ -25,10 +25,23 @@ struct Look {
 
 /// One thing; `first` and `count` are places in the vector of its kind.
 struct Item {
-    enum class Kind : unsigned char { Polyline, Polygon, Arc, Text, Point, Endless, Block };
+    enum class Kind : unsigned char { Polyline, Polygon, Area, Shell, Arc, Text, Point, Endless, Block };
     Kind kind = Kind::Polyline;
     uint32_t look = 0;
     uint32_t first = 0, count = 1;
+};
+
+/// Contours one after another; `ends` count from the first point.
+struct AreaShape {
+    uint32_t first = 0, count = 0;
+    std::vector<uint32_t> ends;
+};
+
+/// Triangles whose corners count from the first point.
+struct ShellShape {
+    uint32_t first = 0, count = 0;
+    std::vector<AcGiTriangle> faces;
+    std::vector<AcGeVector3d> normals; // one for each point, or none
 };
 
 /// center + major cos u + minor sin u.
@@ -69,6 +82,8 @@ struct DisplayList {
     std::vector<AcDbExtents> boxes; // around the items of each look, blocks and endless lines aside
     std::vector<Item> items;
     std::vector<AcGePoint3d> points;
+    std::vector<AreaShape> areas;
+    std::vector<ShellShape> shells;
     std::vector<ArcShape> arcs;
     std::vector<TextShape> texts;
     std::vector<PointShape> marks;

@@ -67,6 +67,45 @@ void ListBuilder::addPoints(Item::Kind kind, std::span<const AcGePoint3d> points
 void ListBuilder::polyline(std::span<const AcGePoint3d> points) { addPoints(Item::Kind::Polyline, points); }
 void ListBuilder::polygon(std::span<const AcGePoint3d> corners) { addPoints(Item::Kind::Polygon, corners); }
 
+/// Takes all points or, if one isn't a place, none: others refer to them by number.
+bool ListBuilder::keepPoints(std::span<const AcGePoint3d> points, uint32_t& first, uint32_t& count) {
+    if (points.empty() ||
+        !std::all_of(points.begin(), points.end(), [](const AcGePoint3d& p) { return isFinite(p.asVector()); }))
+        return false;
+    first = static_cast<uint32_t>(list_.points.size());
+    count = static_cast<uint32_t>(points.size());
+    list_.points.insert(list_.points.end(), points.begin(), points.end());
+    for (const AcGePoint3d& p : points)
+        box().addPoint(p);
+    return true;
+}
+
+void ListBuilder::polyPolygon(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends) {
+    AreaShape area;
+    if (ends.empty() || ends.back() != corners.size() || !std::is_sorted(ends.begin(), ends.end()) ||
+        !keepPoints(corners, area.first, area.count))
+        return;
+    area.ends.assign(ends.begin(), ends.end());
+    add(Item::Kind::Area, list_.areas.size());
+    list_.areas.push_back(std::move(area));
+}
+
+void ListBuilder::shell(std::span<const AcGePoint3d> points, std::span<const AcGiTriangle> faces,
+                        std::span<const AcGeVector3d> normals) {
+    ShellShape shape;
+    const auto fits = [&](const AcGiTriangle& face) {
+        return std::all_of(std::begin(face.corners), std::end(face.corners),
+                           [&](uint32_t corner) { return corner < points.size(); });
+    };
+    if (!std::all_of(faces.begin(), faces.end(), fits) || !keepPoints(points, shape.first, shape.count))
+        return;
+    shape.faces.assign(faces.begin(), faces.end());
+    if (normals.size() == points.size())
+        shape.normals.assign(normals.begin(), normals.end());
+    add(Item::Kind::Shell, list_.shells.size());
+    list_.shells.push_back(std::move(shape));
+}
+
 void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor,
                            double start, double sweep) {
     if (!isFinite(center.asVector()) || !isFinite(major) || !isFinite(minor) || !std::isfinite(start + sweep))

@@ -17,6 +17,9 @@ public:
 private:
     void polyline(std::span<const AcGePoint3d> points) override;
     void polygon(std::span<const AcGePoint3d> corners) override;
+    void polyPolygon(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends) override;
+    void shell(std::span<const AcGePoint3d> points, std::span<const AcGiTriangle> faces,
+               std::span<const AcGeVector3d> normals) override;
     void ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor, double start,
                   double sweep) override;
     void text(const AcGiText& text) override;
@@ -34,6 +37,7 @@ private:
 
     void add(Item::Kind kind, size_t first, size_t count = 1);
     void addPoints(Item::Kind kind, std::span<const AcGePoint3d> points);
+    bool keepPoints(std::span<const AcGePoint3d> points, uint32_t& first, uint32_t& count);
     uint32_t lookNumber();
     AcDbExtents& box() { return list_.boxes[lookNumber()]; }
 

@@ -46,6 +46,14 @@ void ListPainter::drawItem(const DisplayList& list, const Item& item, const Proj
         return Stroker(raster_, projector, style).draw(points());
     case Item::Kind::Polygon:
         return drawPolygon(points(), projector, style);
+    case Item::Kind::Area: {
+        const AreaShape& area = list.areas[item.first];
+        return drawArea(std::span(list.points).subspan(area.first, area.count), area.ends, projector, style);
+    }
+    case Item::Kind::Shell: {
+        const ShellShape& shell = list.shells[item.first];
+        return drawShellEdges(std::span(list.points).subspan(shell.first, shell.count), shell, projector, style);
+    }
     case Item::Kind::Arc:
         return drawArc(list.arcs[item.first], projector, style);
     case Item::Kind::Text:
@@ -59,14 +67,33 @@ void ListPainter::drawItem(const DisplayList& list, const Item& item, const Proj
     }
 }
 
-/// The edge is drawn, too, so that an area thinner than a pixel is seen.
 void ListPainter::drawPolygon(std::span<const AcGePoint3d> corners, const Projector& projector, const Style& style) {
+    drawArea(corners, std::array{static_cast<uint32_t>(corners.size())}, projector, style);
+}
+
+/// The edge is drawn, too, so that an area thinner than a pixel is seen.
+void ListPainter::drawArea(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends,
+                           const Projector& projector, const Style& style) {
     outline_.clear();
     for (const AcGePoint3d& corner : corners)
         outline_.push_back(projector(corner));
-    raster_.fill(outline_, std::array{outline_.size()}, style.color);
-    for (size_t i = 0; i < outline_.size(); ++i)
-        raster_.line(outline_[i], outline_[(i + 1) % outline_.size()], style.color);
+    contours_.assign(ends.begin(), ends.end());
+    raster_.fill(outline_, contours_, style.color);
+    size_t begin = 0;
+    for (const size_t end : contours_) {
+        for (size_t i = begin; i < end; ++i)
+            raster_.line(outline_[i], outline_[i + 1 < end ? i + 1 : begin], style.color);
+        begin = end;
+    }
+}
+
+void ListPainter::drawShellEdges(std::span<const AcGePoint3d> points, const ShellShape& shell,
+                                 const Projector& projector, const Style& style) {
+    for (const AcGiTriangle& face : shell.faces)
+        for (unsigned i = 0; i < 3; ++i)
+            if (face.edges >> i & 1)
+                raster_.line(projector(points[face.corners[i]]), projector(points[face.corners[(i + 1) % 3]]),
+                             style.color);
 }
 
 void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const Style& style) {

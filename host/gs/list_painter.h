@@ -30,6 +30,10 @@ private:
     void draw(const DisplayList& list, const AcGeMatrix3d& toDevice, const Surroundings& around);
     void drawItem(const DisplayList& list, const Item& item, const Projector& projector, const Style& style);
     void drawPolygon(std::span<const AcGePoint3d> corners, const Projector& projector, const Style& style);
+    void drawArea(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends, const Projector& projector,
+                  const Style& style);
+    void drawShellEdges(std::span<const AcGePoint3d> points, const ShellShape& shell, const Projector& projector,
+                        const Style& style);
     void drawArc(const ArcShape& arc, const Projector& projector, const Style& style);
     void drawText(const TextShape& text, const Projector& projector, const Style& style);
     void drawLetters(const TextShape& text, const Spot& origin, const Spot& x, const Spot& y, const Style& style);
@@ -47,6 +51,7 @@ private:
     int referencesLeft_ = 1'000'000;
     std::vector<AcGePoint3d> curve_;
     std::vector<Spot> outline_;
+    std::vector<size_t> contours_;
 };
 
 } // namespace vndk::gs

@@ -32,6 +32,15 @@ struct AcGiText {
     bool underlined = false, overlined = false;
 };
 
+/// A face of a shell: places of its corners among the shell's points, counter-clockwise as seen from outside.
+struct AcGiTriangle {
+    /// Bit i of `edges`: the side from corner i to the next one is an edge of the thing, not just one between two
+    /// pieces of the same surface.
+    uint32_t corners[3] = {0, 0, 0};
+    unsigned char edges = 0;
+    bool operator==(const AcGiTriangle&) const = default;
+};
+
 class AcGiGeometry {
 public:
     virtual ~AcGiGeometry() = default;
@@ -39,6 +48,14 @@ public:
     virtual void polyline(std::span<const AcGePoint3d> points) = 0;
     /// A filled area; its edge may cross itself.
     virtual void polygon(std::span<const AcGePoint3d> corners) = 0;
+    /// A filled area of several contours in one plane; `ends` are the places behind the last corner of each. Holes run
+    /// around the other way than what holds them.
+    virtual void polyPolygon(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends) = 0;
+    /// The surface of a thing, for the modes that shade or hide. A wireframe shows no more of it than its edges: what
+    /// else is to be seen there (isolines, exact curves) is drawn beside it. `normals` point outward, one for each
+    /// point, or there are none: then each face is flat.
+    virtual void shell(std::span<const AcGePoint3d> points, std::span<const AcGiTriangle> faces,
+                       std::span<const AcGeVector3d> normals) = 0;
     /// The points center + major cos u + minor sin u, u from `start` on through `sweep` radians.
     virtual void ellipArc(const AcGePoint3d& center, const AcGeVector3d& major, const AcGeVector3d& minor, double start,
                           double sweep) = 0;

@@ -22,6 +22,10 @@ public:
 private:
     void polyline(std::span<const AcGePoint3d> p) override { lines.emplace_back(p.begin(), p.end()); }
     void polygon(std::span<const AcGePoint3d> p) override { areas.emplace_back(p.begin(), p.end()); }
+    void polyPolygon(std::span<const AcGePoint3d> p, std::span<const uint32_t>) override {
+        areas.emplace_back(p.begin(), p.end());
+    }
+    void shell(std::span<const AcGePoint3d>, std::span<const AcGiTriangle>, std::span<const AcGeVector3d>) override {}
     void ellipArc(const AcGePoint3d&, const AcGeVector3d&, const AcGeVector3d&, double, double) override {}
     void text(const AcGiText& t) override { texts.push_back(t); }
     double textWidth(const AcGiText& t) override { return static_cast<double>(t.text.size()) * t.height / 2; }

@@ -272,3 +272,50 @@ TEST_F(PictureTest, ADrawableShowsItselfInItsColour) {
     EXPECT_EQ(count(kBlack), kSide * kSide);
     EXPECT_EQ(marker.isA(), acrxFindClass("AcGiDrawable"));
 }
+
+namespace {
+
+/// Draws an area with a hole and a shell, with triangles that name corners that aren't there if it is told to.
+class AreaAndShell : public AcGiDrawable {
+public:
+    bool damaged = false;
+
+    uint32_t setAttributes(AcGiDrawableTraits* traits) override {
+        traits->setColor(1);
+        return 0;
+    }
+    bool worldDraw(AcGiWorldDraw* context) override {
+        const AcGePoint3d corners[] = {{10, 10, 0}, {30, 10, 0}, {30, 30, 0}, {10, 30, 0},
+                                       {15, 15, 0}, {15, 25, 0}, {25, 25, 0}, {25, 15, 0}};
+        const uint32_t ends[] = {4, damaged ? 9U : 8U};
+        context->geometry().polyPolygon(corners, ends);
+        const AcGePoint3d points[] = {{50, 10.5, 0}, {90, 10.5, 0}, {90.5, 50, 0}, {50, 50, 0}};
+        const AcGiTriangle faces[] = {{{0, 1, 2}, 3}, {{0, 2, damaged ? 4U : 3U}, 0}};
+        context->geometry().shell(points, faces, {});
+        return true;
+    }
+    void viewportDraw(AcGiViewportDraw*) override {}
+    bool isPersistent() const override { return false; }
+    AcDbObjectId id() const override { return {}; }
+    void setGsNode(AcGsNode*) override {}
+    AcGsNode* gsNode() const override { return nullptr; }
+};
+
+} // namespace
+
+TEST_F(PictureTest, AreasHaveHolesAndShellsShowTheirEdges) {
+    AreaAndShell drawable;
+    EXPECT_TRUE(view->add(&drawable, model));
+    view->update();
+    EXPECT_EQ(at(12, 20), kRed);
+    EXPECT_EQ(at(20, 20), kBlack);
+    EXPECT_EQ(at(20, 27), kRed);
+    EXPECT_EQ(count(kRed, 51, 10, 89, 10), 39) << "an edge";
+    EXPECT_EQ(count(kRed, 90, 11, 90, 49), 39) << "an edge";
+    EXPECT_EQ(count(kRed, 51, 11, 89, 49), 0) << "sides between pieces, and what lies within";
+
+    drawable.damaged = true;
+    view->invalidate();
+    view->update();
+    EXPECT_EQ(count(kBlack), kSide * kSide);
+}
