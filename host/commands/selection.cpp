@@ -52,7 +52,8 @@ bool isOnLockedLayer(AcDbObjectId id) {
 PromptStatus SelectionPrompt::ask(std::vector<AcDbObjectId>& objects) {
     CommandLine& line = ctx_.host().commandLine();
     for (;;) {
-        const Answer answer = line.ask(removing_ ? "\nRemove objects: " : "\nSelect objects: ", TextForm::Word);
+        const Answer answer = line.ask(
+            {removing_ ? "\nRemove objects: " : "\nSelect objects: ", PromptRequest::Kind::Objects}, TextForm::Word);
         if (answer.kind == Answer::Kind::Cancel || answer.kind == Answer::Kind::End)
             return PromptStatus::Cancelled;
         const bool done = answer.kind == Answer::Kind::Text && answer.text.empty();
@@ -229,7 +230,8 @@ SelectionPrompt::Taken SelectionPrompt::takePath(const std::string& kind) {
 SelectionPrompt::Taken SelectionPrompt::takeMultiple() {
     std::vector<AcDbObjectId> found;
     for (;;) {
-        const Answer answer = ctx_.host().commandLine().ask("\nSelect objects: ", TextForm::Word);
+        const Answer answer =
+            ctx_.host().commandLine().ask({"\nSelect objects: ", PromptRequest::Kind::Objects}, TextForm::Word);
         if (answer.kind == Answer::Kind::Cancel || answer.kind == Answer::Kind::End)
             return Taken::Cancelled;
         if (answer.kind == Answer::Kind::Text && answer.text.empty())

@@ -67,7 +67,7 @@ StepResult CommandLine::step() {
         const SetWhile guard(stepping_);
         problem_.reset();
         expressionRefused_ = false;
-        Answer answer = takeTyped(AnswerForm::Word, "\nCommand: ");
+        Answer answer = takeTyped(AnswerForm::Word, {"\nCommand: ", PromptRequest::Kind::Command});
         result.ran = answer.kind != Kind::End;
         beganLine_ = answer.line;
         if (result.ran)
@@ -309,12 +309,12 @@ void CommandLine::tellEnd(const Running& running, CommandResult result) {
 
 // Answers.
 
-Answer CommandLine::ask(std::string_view prompt, TextForm form) {
+Answer CommandLine::ask(const PromptRequest& request, TextForm form) {
     Answer answer;
     if (answerRefused())
         answer.kind = Kind::Cancel;
     else
-        answer = take(prompt, form);
+        answer = take(request, form);
     const bool ended = answer.kind == Kind::End;
     if (ExternalFunctions::Call* const call = host_.externals().call(); call && running_.empty()) {
         call->inputEnded = ended;
@@ -325,37 +325,37 @@ Answer CommandLine::ask(std::string_view prompt, TextForm form) {
     return answer;
 }
 
-Answer CommandLine::take(std::string_view prompt, TextForm form) {
+Answer CommandLine::take(const PromptRequest& request, TextForm form) {
     SuspendedCommand* const feeder = running_.empty() ? nullptr : running_.back()->feeder;
     const bool silent = feeder && host_.variables().getShort("CMDECHO") == 0;
     // A prompt that brings its own line end leaves no empty line behind an answer that ended one.
     if (!silent)
-        host_.print(prompt.substr(host_.atLineStart() && prompt.starts_with('\n') ? 1 : 0));
-    Answer answer = feeder ? SuspendedCommands::take(*feeder, prompt, form) : takeOuter(form, prompt);
+        host_.print(request.text.substr(host_.atLineStart() && request.text.starts_with('\n') ? 1 : 0));
+    Answer answer = feeder ? SuspendedCommands::take(*feeder, request, form) : takeOuter(form, request);
     if (!silent && answer.kind == Kind::Text)
         echo(answer);
     return answer;
 }
 
 /// Takes an answer as it was typed or sent, waiting for the user if need be.
-Answer CommandLine::takeTyped(AnswerForm form, std::string_view prompt) {
+Answer CommandLine::takeTyped(AnswerForm form, const PromptRequest& request) {
     if (abandoned_) {
         Answer cancel;
         cancel.kind = Kind::Cancel;
         return cancel;
     }
     host_.documents().deliverSentText();
-    while (input_.empty() && source_ && source_->wait(input_, prompt))
+    while (input_.empty() && source_ && source_->wait(input_, request))
         host_.documents().deliverSentText();
     Answer answer = input_.take(form);
     while (answer.kind == Kind::Expression && source_ && !isWholeExpression(answer.text) &&
-           (!input_.empty() || source_->wait(input_, "(_> ")))
+           (!input_.empty() || source_->wait(input_, {"(_> "})))
         answer.text += "\n" + input_.take(AnswerForm::Line).text;
     return answer;
 }
 
 /// Takes an answer of the user. Expressions have been evaluated and transparent commands run.
-Answer CommandLine::takeOuter(TextForm form, std::string_view prompt) {
+Answer CommandLine::takeOuter(TextForm form, const PromptRequest& request) {
     for (;;) {
         if (std::exchange(cancelFed_, false)) {
             Answer cancel;
@@ -368,7 +368,7 @@ Answer CommandLine::takeOuter(TextForm form, std::string_view prompt) {
             return answerFromValue(std::move(value));
         }
         const bool evaluatesText = form != TextForm::Line || host_.variables().getShort("TEXTEVAL") == 1;
-        Answer answer = takeTyped(answerForm(form, evaluatesText), prompt);
+        Answer answer = takeTyped(answerForm(form, evaluatesText), request);
         if (!evaluatesText)
             return answer;
         if ((form == TextForm::Word || form == TextForm::Name) && runTransparent(answer))

@@ -17,6 +17,9 @@ namespace vndk::host {
 namespace {
 
 using Kind = Answer::Kind;
+using Wanted = PromptRequest::Kind;
+
+std::optional<AcGePoint3d> optionalOf(const AcGePoint3d* point) { return point ? std::optional(*point) : std::nullopt; }
 
 /// A LISP list of two or three numbers.
 std::optional<AcGePoint3d> pointOf(const lisp::Value& value) {
@@ -63,12 +66,14 @@ bool Prompts::takeKeyword(std::string_view typed, const Rules& rules) {
 
 /// Asks until `take` accepts an answer. `take` gets an answer that is a text or a value, and the bits.
 template <class Take>
-PromptStatus Prompts::ask(std::string_view prompt, TextForm form, std::string_view complaint, Take&& take) {
+PromptStatus Prompts::ask(PromptRequest request, TextForm form, std::string_view complaint, Take&& take) {
     // What runs within the prompt may ask and set rules of its own.
     const Rules rules = std::exchange(rules_, {});
+    request.keywords = rules.keywords;
+    request.dashed = (rules.bits & kDashedLine) != 0;
     keyword_.clear();
     for (;;) {
-        const Answer answer = host_.commandLine().ask(prompt, form);
+        const Answer answer = host_.commandLine().ask(request, form);
         if (answer.kind == Kind::Cancel || answer.kind == Kind::End)
             return lastStatus_ = PromptStatus::Cancelled;
         if (answer.kind == Kind::Text && answer.text.empty() && form == TextForm::Word) {
@@ -109,45 +114,48 @@ void Prompts::remember(const AcGePoint3d& point) const {
         document->lastPoint = point;
 }
 
-PromptStatus Prompts::getPoint(std::string_view prompt, AcGePoint3d& point, const AcGePoint3d* /*base*/) {
-    const PromptStatus status = ask(prompt, TextForm::Word, "Invalid point. Give it as x,y or x,y,z.",
+PromptStatus Prompts::getPointOf(const PromptRequest& request, AcGePoint3d& point) {
+    const PromptStatus status = ask(request, TextForm::Word, "Invalid point. Give it as x,y or x,y,z.",
                                     [&](const Answer& answer, int) { return takePoint(answer, point); });
     if (status == PromptStatus::Normal)
         remember(point);
     return status;
 }
 
+PromptStatus Prompts::getPoint(std::string_view prompt, AcGePoint3d& point, const AcGePoint3d* base) {
+    return getPointOf({prompt, Wanted::Point, optionalOf(base)}, point);
+}
+
 PromptStatus Prompts::getCorner(std::string_view prompt, AcGePoint3d& point, const AcGePoint3d& base) {
-    return getPoint(prompt, point, &base);
+    return getPointOf({prompt, Wanted::Corner, base}, point);
 }
 
 PromptStatus Prompts::getLength(std::string_view prompt, double& distance, const AcGePoint3d* base) {
-    std::optional<AcGePoint3d> first;
-    if (base)
-        first = *base;
+    std::optional<AcGePoint3d> first = optionalOf(base);
     int flat = 0;
-    const PromptStatus status = ask(prompt, TextForm::Word, "Requires numeric distance, two points, or option keyword.",
-                                    [&](const Answer& answer, int bits) {
-                                        flat = bits & kFlatDistance;
-                                        if (const auto number = numberOf(answer)) {
-                                            distance = *number;
-                                            first.reset();
-                                            return within(distance, bits);
-                                        }
-                                        AcGePoint3d point;
-                                        if (!takePoint(answer, point))
-                                            return false;
-                                        remember(point);
-                                        distance = std::numeric_limits<double>::quiet_NaN();
-                                        if (first) {
-                                            AcGeVector3d span = point - *first;
-                                            span.z = flat ? 0 : span.z;
-                                            distance = span.length();
-                                            return within(distance, bits);
-                                        }
-                                        first = point;
-                                        return true;
-                                    });
+    const PromptStatus status =
+        ask({prompt, Wanted::Distance, first}, TextForm::Word,
+            "Requires numeric distance, two points, or option keyword.", [&](const Answer& answer, int bits) {
+                flat = bits & kFlatDistance;
+                if (const auto number = numberOf(answer)) {
+                    distance = *number;
+                    first.reset();
+                    return within(distance, bits);
+                }
+                AcGePoint3d point;
+                if (!takePoint(answer, point))
+                    return false;
+                remember(point);
+                distance = std::numeric_limits<double>::quiet_NaN();
+                if (first) {
+                    AcGeVector3d span = point - *first;
+                    span.z = flat ? 0 : span.z;
+                    distance = span.length();
+                    return within(distance, bits);
+                }
+                first = point;
+                return true;
+            });
     if (status != PromptStatus::Normal || !std::isnan(distance))
         return status;
     AcGePoint3d second;
@@ -189,30 +197,29 @@ bool Prompts::takeAngle(const Answer& answer, double& radians, AngleFrom from) c
 }
 
 PromptStatus Prompts::getAngleFrom(std::string_view prompt, double& radians, const AcGePoint3d* base, AngleFrom from) {
-    std::optional<AcGePoint3d> first;
-    if (base)
-        first = *base;
+    std::optional<AcGePoint3d> first = optionalOf(base);
     bool needsSecond = false;
     double result = 0;
     const auto between = [](const AcGePoint3d& a, const AcGePoint3d& b) {
         const double angle = std::atan2(b.y - a.y, b.x - a.x);
         return angle < 0 ? angle + 2 * kAcGePi : angle;
     };
-    PromptStatus status = ask(prompt, TextForm::Word, "Requires valid numeric angle, second point, or option keyword.",
-                              [&](const Answer& answer, int bits) {
-                                  if (takeAngle(answer, result, from))
-                                      return within(result, bits & ~kNoNegative);
-                                  AcGePoint3d point;
-                                  if (!takePoint(answer, point))
-                                      return false;
-                                  remember(point);
-                                  needsSecond = !first;
-                                  if (first)
-                                      result = between(*first, point);
-                                  else
-                                      first = point;
-                                  return true;
-                              });
+    PromptStatus status =
+        ask({prompt, Wanted::Angle, first}, TextForm::Word,
+            "Requires valid numeric angle, second point, or option keyword.", [&](const Answer& answer, int bits) {
+                if (takeAngle(answer, result, from))
+                    return within(result, bits & ~kNoNegative);
+                AcGePoint3d point;
+                if (!takePoint(answer, point))
+                    return false;
+                remember(point);
+                needsSecond = !first;
+                if (first)
+                    result = between(*first, point);
+                else
+                    first = point;
+                return true;
+            });
     if (status == PromptStatus::Normal && needsSecond) {
         AcGePoint3d second;
         status = getPoint("Specify second point: ", second, &*first);
@@ -232,7 +239,7 @@ PromptStatus Prompts::getOrient(std::string_view prompt, double& radians, const 
 }
 
 PromptStatus Prompts::getReal(std::string_view prompt, double& number) {
-    return ask(prompt, TextForm::Word, "Requires numeric value.", [&](const Answer& answer, int bits) {
+    return ask({prompt}, TextForm::Word, "Requires numeric value.", [&](const Answer& answer, int bits) {
         const auto taken = numberOf(answer);
         if (!taken || !within(*taken, bits))
             return false;
@@ -244,7 +251,7 @@ PromptStatus Prompts::getReal(std::string_view prompt, double& number) {
 PromptStatus Prompts::getRealOrPoint(std::string_view prompt, double& number, std::optional<AcGePoint3d>& point) {
     AcGePoint3d given;
     const PromptStatus status =
-        ask(prompt, TextForm::Word, "Requires a number other than zero, a point, or option keyword.",
+        ask({prompt, Wanted::Point}, TextForm::Word, "Requires a number other than zero, a point, or option keyword.",
             [&](const Answer& answer, int bits) {
                 point.reset();
                 if (const auto taken = numberOf(answer)) {
@@ -261,7 +268,7 @@ PromptStatus Prompts::getRealOrPoint(std::string_view prompt, double& number, st
 }
 
 PromptStatus Prompts::getInt(std::string_view prompt, int& number) {
-    return ask(prompt, TextForm::Word, "Requires an integer value.", [&](const Answer& answer, int bits) {
+    return ask({prompt}, TextForm::Word, "Requires an integer value.", [&](const Answer& answer, int bits) {
         const auto taken = numberOf(answer);
         constexpr double limit = 2147483648.0;
         if (!taken || *taken != std::floor(*taken) || *taken >= limit || *taken < -limit || !within(*taken, bits))
@@ -273,7 +280,7 @@ PromptStatus Prompts::getInt(std::string_view prompt, int& number) {
 
 PromptStatus Prompts::getKeyword(std::string_view prompt) {
     const PromptStatus status =
-        ask(prompt, TextForm::Word, "Invalid option keyword.", [](const Answer&, int) { return false; });
+        ask({prompt}, TextForm::Word, "Invalid option keyword.", [](const Answer&, int) { return false; });
     return lastStatus_ = status == PromptStatus::Keyword ? PromptStatus::Normal : status;
 }
 
@@ -282,7 +289,7 @@ PromptStatus Prompts::getString(std::string_view prompt, TextForm form, std::str
     rules_.bits &= ~kAnyText;
     std::string taken;
     const std::string complaint = "The text may have " + std::to_string(limit) + " characters at most.";
-    const PromptStatus status = ask(prompt, form, complaint, [&](const Answer& answer, int) {
+    const PromptStatus status = ask({prompt}, form, complaint, [&](const Answer& answer, int) {
         taken = answer.kind == Kind::Text ? answer.text : lisp::toText(answer.value, lisp::PrintStyle::Display);
         if (form == TextForm::FileName && taken.size() >= 2 && taken.front() == '"' && taken.back() == '"')
             taken = taken.substr(1, taken.size() - 2);
@@ -302,28 +309,29 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
         return lastStatus_ = PromptStatus::Error;
     AcDbObjectId found;
     constexpr const char* kComplaint = "Invalid point. Give a point on an object, or L for the last one.";
-    const PromptStatus status = ask(prompt, TextForm::Word, kComplaint, [&](const Answer& answer, int) {
-        if (answer.kind == Kind::Value && answer.value.isEname()) {
-            found.setFromOldId(static_cast<intptr_t>(answer.value.id()));
+    const PromptStatus status =
+        ask({prompt, Wanted::Entity}, TextForm::Word, kComplaint, [&](const Answer& answer, int) {
+            if (answer.kind == Kind::Value && answer.value.isEname()) {
+                found.setFromOldId(static_cast<intptr_t>(answer.value.id()));
+                return true;
+            }
+            if (answer.kind == Kind::Value && answer.value.isCons() && answer.value.car().isEname()) {
+                found.setFromOldId(static_cast<intptr_t>(answer.value.car().id()));
+                return true; // what entsel gives: the name and the point
+            }
+            if (answer.kind == Kind::Text && !matchKeyword(answer.text, "Last").empty()) {
+                found = lastEntity(*database);
+                return true;
+            }
+            if (!takePoint(answer, pickPoint))
+                return false;
+            found = entityAt(*database, pickPoint, pickAperture(host_));
+            if (found.isNull()) {
+                host_.freshLine();
+                host_.print("There is no object at that point.\n");
+            }
             return true;
-        }
-        if (answer.kind == Kind::Value && answer.value.isCons() && answer.value.car().isEname()) {
-            found.setFromOldId(static_cast<intptr_t>(answer.value.car().id()));
-            return true; // what entsel gives: the name and the point
-        }
-        if (answer.kind == Kind::Text && !matchKeyword(answer.text, "Last").empty()) {
-            found = lastEntity(*database);
-            return true;
-        }
-        if (!takePoint(answer, pickPoint))
-            return false;
-        found = entityAt(*database, pickPoint, pickAperture(host_));
-        if (found.isNull()) {
-            host_.freshLine();
-            host_.print("There is no object at that point.\n");
-        }
-        return true;
-    });
+        });
     if (status != PromptStatus::Normal)
         return status;
     if (found.isNull() || found.isErased())

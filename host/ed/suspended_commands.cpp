@@ -22,7 +22,7 @@ Answer answerFromValue(lisp::Value value) {
     return answer;
 }
 
-Answer SuspendedCommands::take(SuspendedCommand& command, std::string_view prompt, TextForm form) {
+Answer SuspendedCommands::take(SuspendedCommand& command, const PromptRequest& request, TextForm form) {
     for (;;) {
         Answer answer;
         answer.kind = Answer::Kind::Cancel;
@@ -41,7 +41,7 @@ Answer SuspendedCommands::take(SuspendedCommand& command, std::string_view promp
             if (!command.wantsUser)
                 return answerFromValue(std::move(value));
         }
-        command.prompt = prompt;
+        command.request = request;
         command.form = form;
         command.fiber->yield();
     }
@@ -112,21 +112,21 @@ std::deque<lisp::Value> SuspendedCommands::resume(SuspendedCommand& command) {
         }
         if (!command.wantsUser)
             return {};
-        askUser(command, {});
+        askUser(command);
     }
 }
 
 /// Lets the user answer for a command.
-void SuspendedCommands::askUser(SuspendedCommand& command, std::string_view prompt) {
+void SuspendedCommands::askUser(SuspendedCommand& command) {
     const bool former = std::exchange(command.asksUser, true);
-    command.answer = line_.takeOuter(command.form, prompt);
+    command.answer = line_.takeOuter(command.form, command.request);
     command.asksUser = former;
 }
 
 void SuspendedCommands::finish(size_t depth) {
     while (!commands_.empty() && commands_.back()->depth >= depth) {
         SuspendedCommand& last = *commands_.back();
-        askUser(last, last.prompt);
+        askUser(last);
         resume(last);
     }
 }

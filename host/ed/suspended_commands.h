@@ -28,7 +28,7 @@ struct SuspendedCommand {
     // What it asks for while it waits, and what it gets then.
     bool wantsUser = false; // a PAUSE stood in place of the answer
     bool asksUser = false;  // the user is being asked in its name
-    std::string prompt;
+    PromptRequest request;  // its texts lie on the fiber's stack
     TextForm form = TextForm::Word;
     std::optional<Answer> answer;
 };
@@ -50,13 +50,13 @@ public:
     void cancel(size_t depth);
 
     /// For a prompt of such a command: its next value, or what the user gives in its place. Called in its fiber.
-    static Answer take(SuspendedCommand& command, std::string_view prompt, TextForm form);
+    static Answer take(SuspendedCommand& command, const PromptRequest& request, TextForm form);
 
 private:
     SuspendedCommand* waiting() const;
     bool begin(const lisp::Value& name);
     std::deque<lisp::Value> resume(SuspendedCommand& command);
-    void askUser(SuspendedCommand& command, std::string_view prompt);
+    void askUser(SuspendedCommand& command);
 
     CommandLine& line_;
     std::vector<std::unique_ptr<SuspendedCommand>> commands_; // the innermost one last

@@ -161,10 +161,10 @@ std::string AimlessUser::answer(std::string_view prompt) {
     return guess(prompt);
 }
 
-bool AimlessUser::wait(vndk::host::InputQueue& queue, std::string_view prompt) {
-    if (prompt == "\nCommand: ")
+bool AimlessUser::wait(vndk::host::InputQueue& queue, const vndk::host::PromptRequest& request) {
+    if (request.kind == vndk::host::PromptRequest::Kind::Command)
         return false;
-    const std::string text = answer(prompt);
+    const std::string text = answer(request.text);
     note(text);
     queue.feed(text + "\n");
     return true;

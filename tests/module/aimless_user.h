@@ -28,7 +28,7 @@ public:
     /// All that was typed so far, a script that does the same.
     const std::string& typed() const { return typed_; }
 
-    bool wait(vndk::host::InputQueue& queue, std::string_view prompt) override;
+    bool wait(vndk::host::InputQueue& queue, const vndk::host::PromptRequest& request) override;
 
 private:
     const std::string& anyOf(const std::vector<std::string>& texts) { return texts[below(texts.size())]; }

@@ -81,7 +81,7 @@ public:
 
     /// For Prompts: prints the prompt and takes an answer. Expressions come back as values; transparent commands
     /// have been run.
-    Answer ask(std::string_view prompt, TextForm form);
+    Answer ask(const PromptRequest& request, TextForm form);
     /// Prints the complaint about an answer. False: the prompt shouldn't ask again.
     bool complain(std::string_view complaint, std::string_view answer);
     /// Keeps the first problem of a step.
@@ -116,9 +116,9 @@ private:
     CommandResult runFunction(const Call& call, Running& running);
     void tellEnd(const Running& running, CommandResult result);
 
-    Answer take(std::string_view prompt, TextForm form);
-    Answer takeTyped(AnswerForm form, std::string_view prompt);
-    Answer takeOuter(TextForm form, std::string_view prompt);
+    Answer take(const PromptRequest& request, TextForm form);
+    Answer takeTyped(AnswerForm form, const PromptRequest& request);
+    Answer takeOuter(TextForm form, const PromptRequest& request);
     bool evaluate(Answer& answer);
     bool runTransparent(const Answer& answer);
     void echo(const Answer& answer);

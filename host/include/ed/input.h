@@ -5,6 +5,7 @@
 // more typed text when all of it is used up.
 #pragma once
 
+#include "ge/vector.h"
 #include "lisp/value.h"
 
 #include <cstddef>
@@ -18,13 +19,32 @@ namespace vndk::host {
 
 class InputQueue;
 
+/// What a prompt asks for, so that a window can take the answer by mouse.
+struct PromptRequest {
+    enum class Kind {
+        Command, ///< the command prompt itself
+        Text,    ///< a text, a number, a keyword: typed
+        Point,
+        Corner,   ///< the other corner of a rectangle that begins at `base`
+        Distance, ///< a number, or two points; one where there is a `base`
+        Angle,    ///< the same
+        Entity,   ///< one object
+        Objects,  ///< one answer of a selection: an object, or the first corner of a rectangle
+    };
+    std::string_view text;
+    Kind kind = Kind::Text;
+    std::optional<AcGePoint3d> base = {}; ///< where a rubber band begins; current user coordinate system
+    bool dashed = false;                  ///< the band is dashed
+    std::string_view keywords = {};       ///< as initGet takes them
+};
+
 /// Where typed input comes from: a window, a terminal. A script is simply fed whole.
 class PromptSource {
 public:
     virtual ~PromptSource() = default;
     /// Called when a prompt needs input and the queue is empty. Feeds `queue`, waiting for the user if need be.
     /// False: there will be no more.
-    virtual bool wait(InputQueue& queue, std::string_view prompt) = 0;
+    virtual bool wait(InputQueue& queue, const PromptRequest& request) = 0;
 };
 
 /// How much an answer takes.

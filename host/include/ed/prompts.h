@@ -31,6 +31,7 @@ namespace vndk::host {
 
 class Host;
 struct Answer;
+struct PromptRequest;
 
 /// Values are those of the published interface.
 enum class PromptStatus : int {
@@ -105,7 +106,8 @@ private:
     enum class AngleFrom { AngBase, XAxis };
 
     template <class Take>
-    PromptStatus ask(std::string_view prompt, TextForm form, std::string_view complaint, Take&& take);
+    PromptStatus ask(PromptRequest request, TextForm form, std::string_view complaint, Take&& take);
+    PromptStatus getPointOf(const PromptRequest& request, AcGePoint3d& point);
     PromptStatus getAngleFrom(std::string_view prompt, double& radians, const AcGePoint3d* base, AngleFrom from);
     PromptStatus getLength(std::string_view prompt, double& distance, const AcGePoint3d* base);
     bool takeKeyword(std::string_view typed, const Rules& rules);

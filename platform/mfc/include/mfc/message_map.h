@@ -341,6 +341,8 @@ BOOL extendedReflectedCommand(CCmdTarget* t, const AFX_CALL& c) {
 #define ON_WM_RBUTTONUP() AFX_WM_ENTRY(WM_RBUTTONUP, mouse, OnRButtonUp)
 #define ON_WM_MBUTTONDOWN() AFX_WM_ENTRY(WM_MBUTTONDOWN, mouse, OnMButtonDown)
 #define ON_WM_MBUTTONUP() AFX_WM_ENTRY(WM_MBUTTONUP, mouse, OnMButtonUp)
+#define ON_WM_MBUTTONDBLCLK() AFX_WM_ENTRY(WM_MBUTTONDBLCLK, mouse, OnMButtonDblClk)
+#define ON_WM_RBUTTONDBLCLK() AFX_WM_ENTRY(WM_RBUTTONDBLCLK, mouse, OnRButtonDblClk)
 #define ON_WM_KEYDOWN() AFX_WM_ENTRY(WM_KEYDOWN, key, OnKeyDown)
 #define ON_WM_KEYUP() AFX_WM_ENTRY(WM_KEYUP, key, OnKeyUp)
 #define ON_WM_CHAR() AFX_WM_ENTRY(WM_CHAR, key, OnChar)

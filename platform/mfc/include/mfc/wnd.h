@@ -267,6 +267,8 @@ protected:
     void OnRButtonUp(UINT, CPoint) { Default(); }
     void OnMButtonDown(UINT, CPoint) { Default(); }
     void OnMButtonUp(UINT, CPoint) { Default(); }
+    void OnMButtonDblClk(UINT, CPoint) { Default(); }
+    void OnRButtonDblClk(UINT, CPoint) { Default(); }
     void OnKeyDown(UINT, UINT, UINT) { Default(); }
     void OnKeyUp(UINT, UINT, UINT) { Default(); }
     void OnChar(UINT, UINT, UINT) { Default(); }

@@ -1,9 +1,8 @@
-#include "main_frame.h"
+#include "ui/command_window.h"
 
 #include <algorithm>
-#include <string>
 
-namespace vndk::app {
+namespace vndk::host {
 
 namespace {
 
@@ -13,7 +12,6 @@ constexpr UINT kLineId = 1003;
 constexpr int kLineHeight = 20;
 constexpr int kMargin = 4;
 constexpr int kLongestHistory = 200000; // characters; the oldest half goes then
-constexpr const char* kIdlePrompt = "Command:";
 
 /// Edit controls want CR LF.
 std::string withCarriageReturns(std::string_view text) {
@@ -28,29 +26,20 @@ std::string withCarriageReturns(std::string_view text) {
 
 } // namespace
 
-BEGIN_MESSAGE_MAP(MainFrame, CFrameWnd)
+BEGIN_MESSAGE_MAP(CommandWindow, CWnd)
 ON_WM_CREATE()
 ON_WM_SIZE()
 ON_WM_SETFOCUS()
-ON_WM_CLOSE()
 ON_WM_ERASEBKGND()
 END_MESSAGE_MAP()
 
-MainFrame::MainFrame(host::Host& host) : host_(host) {}
-
-bool MainFrame::open() {
-    const CRect screen(0, 0, ::GetSystemMetrics(SM_CXSCREEN), ::GetSystemMetrics(SM_CYSCREEN));
+bool CommandWindow::create(CWnd& parent, UINT id) {
     const LPCSTR className = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_ARROW));
-    // The system's window has a caption already; ours follows its size.
-    if (!CFrameWnd::Create(className, "vondrake", WS_POPUP | WS_MAXIMIZE | WS_CLIPCHILDREN, screen))
-        return false;
-    ShowWindow(SW_SHOWMAXIMIZED);
-    UpdateWindow();
-    return true;
+    return Create(className, "", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, CRect(), &parent, id) != FALSE;
 }
 
-int MainFrame::OnCreate(LPCREATESTRUCT create) {
-    if (CFrameWnd::OnCreate(create) == -1)
+int CommandWindow::OnCreate(LPCREATESTRUCT create) {
+    if (CWnd::OnCreate(create) == -1)
         return -1;
     font_.CreatePointFont(80, "MS Sans Serif");
     const CRect none;
@@ -66,7 +55,7 @@ int MainFrame::OnCreate(LPCREATESTRUCT create) {
     return 0;
 }
 
-void MainFrame::layOut() {
+void CommandWindow::layOut() {
     if (!line_.GetSafeHwnd())
         return;
     CRect client;
@@ -83,24 +72,24 @@ void MainFrame::layOut() {
     line_.MoveWindow(kMargin + label, top + kMargin, std::max(client.Width() - label - 2 * kMargin, 0), kLineHeight);
 }
 
-void MainFrame::OnSize(UINT type, int width, int height) {
-    CFrameWnd::OnSize(type, width, height);
+void CommandWindow::OnSize(UINT type, int width, int height) {
+    CWnd::OnSize(type, width, height);
     layOut();
 }
 
-void MainFrame::OnSetFocus(CWnd*) {
+void CommandWindow::OnSetFocus(CWnd*) {
     if (line_.GetSafeHwnd())
         line_.SetFocus();
 }
 
-BOOL MainFrame::OnEraseBkgnd(CDC* dc) {
+BOOL CommandWindow::OnEraseBkgnd(CDC* dc) {
     CRect client;
     GetClientRect(client);
     dc->FillSolidRect(client, ::GetSysColor(COLOR_3DFACE));
     return TRUE;
 }
 
-void MainFrame::print(std::string_view text) {
+void CommandWindow::print(std::string_view text) {
     if (!history_.GetSafeHwnd())
         return;
     int length = history_.GetWindowTextLength();
@@ -113,37 +102,26 @@ void MainFrame::print(std::string_view text) {
     history_.ReplaceSel(withCarriageReturns(text).c_str());
 }
 
-void MainFrame::showPrompt(std::string_view prompt) {
+void CommandWindow::showPrompt(std::string_view prompt) {
+    if (!prompt_.GetSafeHwnd())
+        return;
     const std::size_t begin = prompt.find_last_of('\n');
     prompt_.SetWindowText(CString(begin == std::string_view::npos ? prompt : prompt.substr(begin + 1)));
     layOut();
 }
 
-void MainFrame::enterLine() {
+void CommandWindow::enterLine() {
     CString text;
     line_.GetWindowText(text);
-    line_.SetWindowText("");
+    clearLine();
     if (!text.IsEmpty())
         typed_.Add(text);
     recalled_ = typed_.GetSize();
-    host_.commandLine().input().feed(std::string(text.View()) + "\n");
-    runInput();
+    if (onEnter)
+        onEnter(std::string(text.View()));
 }
 
-void MainFrame::runInput() {
-    // A prompt that waits takes the line by itself.
-    if (host_.commandLine().isStepping())
-        return;
-    host_.commandLine().run();
-    host_.freshLine();
-    showPrompt(kIdlePrompt);
-    if (host_.quitRequested()) {
-        closing_ = true;
-        ::PostQuitMessage(0);
-    }
-}
-
-void MainFrame::recall(int step) {
+void CommandWindow::recall(int step) {
     const int wanted = std::clamp(recalled_ + step, 0, typed_.GetSize());
     if (wanted == recalled_)
         return;
@@ -152,16 +130,11 @@ void MainFrame::recall(int step) {
     line_.SetSel(line_.GetWindowTextLength(), line_.GetWindowTextLength());
 }
 
-BOOL MainFrame::PreTranslateMessage(MSG* message) {
+BOOL CommandWindow::PreTranslateMessage(MSG* message) {
     if (message->message == WM_KEYDOWN && message->hwnd == line_.m_hWnd) {
         switch (message->wParam) {
         case VK_RETURN:
             enterLine();
-            return TRUE;
-        case VK_ESCAPE:
-            line_.SetWindowText("");
-            host_.commandLine().input().feed(std::string(1, host::InputQueue::kCancel) + "\n");
-            runInput();
             return TRUE;
         case VK_UP:
         case VK_DOWN:
@@ -171,14 +144,7 @@ BOOL MainFrame::PreTranslateMessage(MSG* message) {
             break;
         }
     }
-    return CFrameWnd::PreTranslateMessage(message);
+    return CWnd::PreTranslateMessage(message);
 }
 
-/// QUIT asks about drawings that aren't saved; a command that waits for an answer is cancelled before.
-void MainFrame::OnClose() {
-    const bool waits = host_.commandLine().isStepping();
-    host_.commandLine().input().feed(waits ? std::string(1, host::InputQueue::kCancel) + "\nQUIT\n" : "QUIT\n");
-    runInput();
-}
-
-} // namespace vndk::app
+} // namespace vndk::host
