@@ -3,6 +3,7 @@
 #include "mfc/menu.h"
 #include "mfc/message_map.h"
 #include "mfc/wnd.h"
+#include "win32/automation.h"
 #include "win32/button.h"
 #include "win32/input.h"
 #include "win32/menu.h"
@@ -53,6 +54,12 @@ BOOL CCmdTarget::OnCmdMsg(UINT nID, int nCode, void* pExtra, void* /*pHandlerInf
     call.nCode = code;
     call.pExtra = pExtra;
     return entry->pfnInvoke(this, call);
+}
+
+IDispatch* CCmdTarget::GetIDispatch(BOOL bAddRef) {
+    if (m_pDispatch != nullptr && bAddRef != FALSE)
+        m_pDispatch->AddRef();
+    return m_pDispatch;
 }
 
 void CCmdUI::Enable(BOOL bOn) {

@@ -1,5 +1,6 @@
 #include "mfc/winapp.h"
 
+#include "mfc/exception.h"
 #include "mfc/module_state.h"
 
 #include "win32/profile_file.h"
@@ -43,6 +44,11 @@ CWinApp::CWinApp(LPCSTR appName)
 CWinApp::~CWinApp() {
     if (AfxGetModuleState()->m_pCurrentWinApp == this)
         AfxGetModuleState()->m_pCurrentWinApp = nullptr;
+}
+
+void CWinApp::ProcessWndProcException(CException* problem) {
+    if (dynamic_cast<CUserException*>(problem) == nullptr)
+        problem->ReportError();
 }
 
 UINT CWinApp::GetProfileInt(LPCSTR section, LPCSTR entry, int fallback) const {

@@ -1,7 +1,10 @@
 // A message's way: window procedure, maps, parents, reflection.
 #include "mfc/dc.h"
+#include "mfc/exception.h"
 #include "mfc/menu.h"
 #include "mfc/message_map.h"
+#include "mfc/module_state.h"
+#include "mfc/winapp.h"
 #include "mfc/wnd.h"
 #include "win32/dialog.h"
 #include "win32/gdi.h"
@@ -71,6 +74,12 @@ LRESULT AfxCallWndProc(CWnd* object, UINT message, WPARAM wParam, LPARAM lParam)
         return object->WindowProc(message, wParam, lParam);
     } catch (const std::exception& problem) {
         std::fprintf(stderr, "mfc: a handler of message 0x%04X threw: %s\n", message, problem.what());
+    } catch (CException* problem) {
+        std::fprintf(stderr, "mfc: a handler of message 0x%04X threw a %s\n", message,
+                     problem->GetRuntimeClass()->m_lpszClassName);
+        if (CWinApp* app = AfxGetApp(); app != nullptr && message != WM_PAINT && message != WM_CREATE)
+            app->ProcessWndProcException(problem);
+        problem->Delete();
     } catch (CObject* problem) {
         std::fprintf(stderr, "mfc: a handler of message 0x%04X threw a %s\n", message,
                      problem->GetRuntimeClass()->m_lpszClassName);

@@ -1,5 +1,6 @@
 # Files, modules, memory, profiles, text. Paths are relative to platform/win32.
 set(KERNEL_SOURCES
+  kernel/automation.cpp
   kernel/codepage.cpp
   kernel/drive_map.cpp
   kernel/drives.cpp

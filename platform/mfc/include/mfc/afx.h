@@ -6,6 +6,7 @@
 #include "mfc/controls.h"
 #include "mfc/dc.h"
 #include "mfc/dialog.h"
+#include "mfc/dispatch.h"
 #include "mfc/file.h"
 #include "mfc/frame.h"
 #include "mfc/image_list.h"

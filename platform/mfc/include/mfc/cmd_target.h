@@ -13,6 +13,7 @@
 
 class CCmdTarget;
 class CCmdUI;
+struct IDispatch;
 
 /// One message or command on its way through the maps.
 struct AFX_CALL {
@@ -72,9 +73,18 @@ public:
     /// The entry for a message in this object's maps; null when there is none.
     [[nodiscard]] const AFX_MSGMAP_ENTRY* FindMessageEntry(UINT nMessage, UINT nCode, UINT nID) const;
 
+    /// The object by which other programs drive this one; null when it has none. With `bAddRef` one reference is the
+    /// caller's.
+    IDispatch* GetIDispatch(BOOL bAddRef);
+    /// Gives it that object, which has to outlive it.
+    void EnableAutomation(IDispatch* pDispatch) { m_pDispatch = pDispatch; }
+
 protected:
     static const AFX_MSGMAP* GetThisMessageMap();
     [[nodiscard]] virtual const AFX_MSGMAP* GetMessageMap() const;
+
+private:
+    IDispatch* m_pDispatch = nullptr; ///< not owned
 };
 
 class CMenu;

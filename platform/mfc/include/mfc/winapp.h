@@ -7,6 +7,8 @@
 #include "mfc/cmd_target.h"
 #include "mfc/string.h"
 
+class CException;
+
 class CWinThread : public CCmdTarget {
     DECLARE_DYNAMIC(CWinThread)
 
@@ -45,6 +47,10 @@ public:
     /// written. A null text removes the entry, a null entry the section.
     BOOL WriteProfileInt(LPCSTR section, LPCSTR entry, int value);
     BOOL WriteProfileString(LPCSTR section, LPCSTR entry, LPCSTR value);
+
+    /// What a handler threw and nobody caught: told to the user, unless he knows (CUserException). The caller deletes
+    /// it.
+    virtual void ProcessWndProcException(CException* problem);
 
     [[nodiscard]] HICON LoadIcon(UINT id) const;
     [[nodiscard]] HCURSOR LoadCursor(UINT id) const;

@@ -2,6 +2,7 @@
 // of their own, as on the platform the common controls' do.
 #pragma once
 
+#include "win32/automation.h"
 #include "win32/dialog.h"
 #include "win32/draw.h"
 #include "win32/error.h"
