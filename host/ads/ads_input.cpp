@@ -320,7 +320,3 @@ int acedCmdUndefine(const char* name, int undefine) {
 int ads_regen() { return Host::current() ? RTNORM : RTERROR; }
 
 int acedUpdateDisplay() { return Host::current() ? RTNORM : RTERROR; }
-
-HWND adsw_acadMainWnd() { return Host::current() ? Host::current()->mainWindow() : nullptr; }
-
-void InitAcUiDLL() {}

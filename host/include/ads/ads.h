@@ -11,6 +11,10 @@
 
 #include <cstdarg>
 
+class CFrameWnd;
+class CWinApp;
+class CWnd;
+
 // LISP functions of modules. Called from within a message to acrxEntryPoint, they work for that application and the
 // current document.
 
@@ -105,5 +109,11 @@ int acdbAngToF(const char* text, int unit, ads_real* radians);
 
 // Windows. Null as long as the host runs without one.
 HWND adsw_acadMainWnd();
+CFrameWnd* acedGetAcadFrame();
+/// The command line docked in the frame, to which the focus goes before the user is asked.
+CWnd* acedGetAcadDockCmdLine();
+/// The program; its automation object (CCmdTarget::GetIDispatch) has the open drawings as property 32, whose method
+/// 0x60020005 opens the drawing of a path.
+CWinApp* acedGetAcadWinApp();
 /// Sets up the user-interface libraries that dialogs of modules are built on.
 void InitAcUiDLL();

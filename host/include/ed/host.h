@@ -83,6 +83,9 @@ public:
     /// The program's main window, for the dialogs of modules; null without a screen.
     void setMainWindow(HWND window) { mainWindow_ = window; }
     HWND mainWindow() const { return mainWindow_; }
+    /// The command line docked in it.
+    void setCommandLineWindow(HWND window) { commandLineWindow_ = window; }
+    HWND commandLineWindow() const { return commandLineWindow_; }
 
     /// Feeds whole lines of typed text and runs them. The first problem, if any; the rest is run all the same.
     std::optional<Problem> runText(std::string_view typed);
@@ -116,6 +119,7 @@ private:
     bool atLineStart_ = true;
     bool quit_ = false;
     HWND mainWindow_ = nullptr;
+    HWND commandLineWindow_ = nullptr;
 };
 
 } // namespace vndk::host

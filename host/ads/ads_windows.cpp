@@ -1,0 +1,26 @@
+// The program's windows and the program itself, for modules.
+#include "ads/ads.h"
+
+#include "ap/automation.h"
+#include "ed/host.h"
+#include "mfc/afx.h"
+
+using vndk::host::Host;
+
+HWND adsw_acadMainWnd() { return Host::current() ? Host::current()->mainWindow() : nullptr; }
+
+CFrameWnd* acedGetAcadFrame() { return dynamic_cast<CFrameWnd*>(CWnd::FromHandlePermanent(adsw_acadMainWnd())); }
+
+CWnd* acedGetAcadDockCmdLine() {
+    const HWND window = Host::current() ? Host::current()->commandLineWindow() : nullptr;
+    return ::IsWindow(window) ? CWnd::FromHandle(window) : nullptr;
+}
+
+CWinApp* acedGetAcadWinApp() {
+    CWinApp* const application = AfxGetApp();
+    if (application)
+        application->EnableAutomation(vndk::host::applicationObject());
+    return application;
+}
+
+void InitAcUiDLL() {}
