@@ -38,6 +38,7 @@ bool MainFrame::open() {
     if (!CFrameWnd::Create(className, "vondrake", WS_POPUP | WS_MAXIMIZE | WS_CLIPCHILDREN, screen))
         return false;
     host_.setMainWindow(m_hWnd);
+    host_.setCommandLineWindow(commandWindow_->m_hWnd);
     host_.setPrint([this](std::string_view text) { commandWindow_->print(text); });
     host_.setAlert([this](std::string_view text) {
         ::MessageBoxA(m_hWnd, std::string(text).c_str(), "vondrake", MB_OK | MB_ICONEXCLAMATION);
@@ -55,6 +56,7 @@ void MainFrame::leave() {
     host_.setAlert({});
     host_.setPrint([](std::string_view) {});
     canvas_->detach();
+    host_.setCommandLineWindow(nullptr);
     host_.setMainWindow(nullptr);
 }
 
