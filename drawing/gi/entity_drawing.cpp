@@ -62,11 +62,19 @@ void setTraits(const AcDbEntity& entity, AcGiSubEntityTraits& traits) {
     traits.setLineWeight(entity.lineWeight());
 }
 
+/// Whether an attribute with that mark is seen as the drawing's ATTMODE wants it.
+bool isShown(const AcDbEntity& attribute, bool markedInvisible) {
+    enum { kNone = 0, kAll = 2 };
+    const AcDbDatabase* const database = attribute.database();
+    const int mode = database ? database->header().ATTMODE : 1;
+    return attribute.visibility() == AcDb::kVisible && mode != kNone && (mode == kAll || !markedInvisible);
+}
+
 void drawAttributes(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
     for (const AcDbObjectId id : reference.attributes()) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
         const auto* const attribute = entity ? AcDbAttribute::cast(entity.object()) : nullptr;
-        if (!attribute || attribute->isInvisible() || attribute->visibility() == AcDb::kInvisible)
+        if (!attribute || !isShown(*attribute, attribute->isInvisible()))
             continue;
         setTraits(*attribute, context.subEntityTraits());
         if (attribute->colorIndex() == kAcDbColorByBlock)
@@ -130,20 +138,12 @@ bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
     return opaque && opaque->fields().typeName == "DIMENSION" && drawDimension(*opaque, context);
 }
 
-void acgiDrawBlock(const AcDbBlockTableRecord& record, bool definitions, AcGiWorldDraw& context) {
-    for (const AcDbObjectId id : record.entities()) {
-        if (id.isErased())
-            continue;
-        const AcDbObjectPointer<AcDbEntity> entity(id);
-        const auto* const definition = entity ? AcDbAttributeDefinition::cast(entity.object()) : nullptr;
-        if (!entity)
-            continue;
-        if (!definition || definitions) {
-            acgiDrawEntity(*entity, context);
-        } else if (definition->attributeData().flags & 2 && !definition->isInvisible() &&
-                   definition->visibility() == AcDb::kVisible) {
-            setTraits(*definition, context.subEntityTraits());
-            vndk::gi::drawTextLine(*definition, definition->textValue(), context.geometry());
-        }
+void acgiDrawInBlock(const AcDbEntity& entity, bool definitions, AcGiWorldDraw& context) {
+    const auto* const definition = AcDbAttributeDefinition::cast(&entity);
+    if (!definition || definitions) {
+        acgiDrawEntity(entity, context);
+    } else if (definition->attributeData().flags & 2 && isShown(*definition, definition->isInvisible())) {
+        setTraits(*definition, context.subEntityTraits());
+        vndk::gi::drawTextLine(*definition, definition->textValue(), context.geometry());
     }
 }

@@ -9,7 +9,9 @@
 #include "gi/traits.h"
 #include "win32/fonts.h"
 
+#include <functional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace vndk::gs {
@@ -21,6 +23,17 @@ struct Look {
     double linetypeScale = 1;
     AcDb::LineWeight weight = AcDb::kLnWtByLayer;
     bool operator==(const Look&) const = default;
+};
+
+struct LookHash {
+    size_t operator()(const Look& look) const {
+        size_t hash = look.color.value;
+        for (const size_t part :
+             {std::hash<const void*>()(look.layer.stub()), std::hash<const void*>()(look.linetype.stub()),
+              std::hash<double>()(look.linetypeScale), static_cast<size_t>(look.weight)})
+            hash = hash * 1000003 ^ part;
+        return hash;
+    }
 };
 
 /// One thing; `first` and `count` are places in the vector of its kind.
@@ -77,9 +90,18 @@ struct BlockShape {
     AcGeMatrix3d transform; // into the coordinates of this list
 };
 
+/// What one entity of the block shows: items one after another, none while it is erased.
+struct Part {
+    AcDbObjectId entity;
+    uint32_t first = 0, count = 0;
+};
+
+/// Items that belong to no part are what is left of entities that have changed since.
 struct DisplayList {
-    std::vector<Look> looks;
-    std::vector<AcDbExtents> boxes; // around the items of each look, blocks and endless lines aside
+    std::vector<Look> looks; // all different
+    std::unordered_map<Look, uint32_t, LookHash> lookNumbers;
+    std::vector<Part> parts;        // in the order in which they are drawn
+    std::vector<AcDbExtents> boxes; // around each part, what it takes from blocks and endless lines aside
     std::vector<Item> items;
     std::vector<AcGePoint3d> points;
     std::vector<AreaShape> areas;

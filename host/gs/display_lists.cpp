@@ -1,11 +1,7 @@
 #include "gs/display_lists.h"
 
 #include "db/database.h"
-#include "db/open.h"
-#include "gi/entity_drawing.h"
-#include "gs/list_builder.h"
-
-#include <cmath>
+#include "db/dictionary.h"
 
 namespace vndk::gs {
 
@@ -37,24 +33,37 @@ void DisplayLists::clear() {
     wholes_.clear();
 }
 
-const DisplayList& DisplayLists::of(AcDbObjectId record, bool definitions) {
-    std::unique_ptr<DisplayList>& list = lists_[{record, definitions}];
+BlockList& DisplayLists::listOf(AcDbObjectId record, bool definitions) {
+    std::unique_ptr<BlockList>& list = lists_[{record, definitions}];
     if (!list) {
-        list = std::make_unique<DisplayList>();
+        list = std::make_unique<BlockList>(record, definitions);
         if (AcDbDatabase* const database = record.database())
             watch(*database);
-        if (const AcDbObjectPointer<AcDbBlockTableRecord> block(record); block) {
-            ListBuilder builder(*list);
-            acgiDrawBlock(*block, definitions, builder);
-        }
     }
     return *list;
 }
 
-const DisplayLists::Whole& DisplayLists::wholeOf(AcDbObjectId record) {
+const AcDbExtents& DisplayLists::reachOf(AcDbObjectId record, bool definitions) {
+    return listOf(record, definitions).reach([this](AcDbObjectId id) -> auto& { return wholeOf(id); });
+}
+
+const std::vector<uint32_t>& DisplayLists::partsIn(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+                                                   const PictureBox& seen) {
+    return listOf(record, definitions)
+        .partsIn(
+            seen, BoxProjector(toDevice), [this](AcDbObjectId id) -> auto& { return wholeOf(id); });
+}
+
+uint32_t DisplayLists::partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity) {
+    BlockList& list = listOf(record, definitions);
+    list.list();
+    return list.partOf(entity);
+}
+
+const BlockList::Whole& DisplayLists::wholeOf(AcDbObjectId record) {
     // The place is taken before the blocks within are looked at: one that holds itself finds it empty there.
     const auto [place, isNew] = wholes_.try_emplace(record);
-    Whole& whole = place->second;
+    BlockList::Whole& whole = place->second;
     if (!isNew)
         return whole;
     const DisplayList& list = of(record);
@@ -64,21 +73,20 @@ const DisplayLists::Whole& DisplayLists::wholeOf(AcDbObjectId record) {
     if (depth_ >= kDeepestNesting)
         return whole;
     ++depth_;
-    for (const BlockShape& shape : list.blocks) {
-        const Whole& inner = wholeOf(shape.record);
-        whole.endless = whole.endless || inner.endless;
-        if (inner.box.isEmpty())
-            continue;
-        AcDbExtents box = inner.box;
-        box.transformBy(shape.transform);
-        whole.box.addExt(box);
-    }
+    for (const Part& part : list.parts)
+        for (uint32_t i = part.first; i < part.first + part.count; ++i) {
+            if (list.items[i].kind != Item::Kind::Block)
+                continue;
+            const BlockShape& shape = list.blocks[list.items[i].first];
+            const BlockList::Whole& inner = wholeOf(shape.record);
+            whole.endless = whole.endless || inner.endless;
+            AcDbExtents box = inner.box;
+            box.transformBy(shape.transform);
+            whole.box.addExt(box);
+        }
     --depth_;
     return whole;
 }
-
-const AcDbExtents& DisplayLists::boxOf(AcDbObjectId record) { return wholeOf(record).box; }
-bool DisplayLists::isEndless(AcDbObjectId record) { return wholeOf(record).endless; }
 
 void DisplayLists::watch(AcDbDatabase& database) {
     std::unique_ptr<Watcher>& watcher = watchers_[&database];
@@ -86,29 +94,55 @@ void DisplayLists::watch(AcDbDatabase& database) {
         watcher = std::make_unique<Watcher>(*this, database);
 }
 
-/// Layers and linetypes are looked up when a list is drawn; what else isn't an entity may change any picture.
+/// Layers and linetypes are looked up when a list is drawn, and tables say nothing of their records; what else isn't
+/// an entity may change any picture.
 void DisplayLists::changed(const AcDbObject& object) {
-    if (AcDbLayerTableRecord::cast(&object) || AcDbLinetypeTableRecord::cast(&object))
-        return;
-    wholes_.clear();
-    if (!object.isKindOf(AcDbEntity::desc()))
-        return clear();
-    AcDbObjectId owner = object.ownerId();
+    if (const auto* const entity = AcDbEntity::cast(&object))
+        return entityChanged(*entity);
+    if (const auto* const record = AcDbBlockTableRecord::cast(&object))
+        return recordChanged(*record);
+    if (!AcDbLayerTableRecord::cast(&object) && !AcDbLinetypeTableRecord::cast(&object) &&
+        !AcDbSymbolTable::cast(&object) && !AcDbDictionary::cast(&object))
+        clear();
+}
+
+/// Owners are looked at whether they are open or not: who appends an entity has its block open for write.
+void DisplayLists::entityChanged(const AcDbEntity& entity) {
+    AcDbObjectId id = entity.objectId(), owner = entity.ownerId();
     constexpr int kDeepest = 4; // a vertex in a polyline in a block
     for (int i = 0; i < kDeepest && !owner.isNull(); ++i) {
-        lists_.erase({owner, false});
-        lists_.erase({owner, true});
-        const AcDbObjectPointer<AcDbObject> above(owner);
+        const AcDbObject* const above = owner.database()->objectOf(*owner.stub());
+        if (const auto* const record = above ? AcDbBlockTableRecord::cast(above) : nullptr) {
+            for (const bool definitions : {false, true})
+                if (const auto list = lists_.find({owner, definitions}); list != lists_.end())
+                    list->second->entityChanged(id);
+            wholes_.erase(owner);
+            if (record->isLayout())
+                return; // nothing refers to it
+            wholes_.clear();
+            for (auto& [key, list] : lists_)
+                list->blocksChanged();
+            return;
+        }
         if (!above)
             return clear();
-        if (!above->isKindOf(AcDbEntity::desc()))
-            return;
+        id = owner;
         owner = above->ownerId();
     }
 }
 
+/// References begin at the origin of their block; what else a block has isn't seen, or comes with its entities.
+void DisplayLists::recordChanged(const AcDbBlockTableRecord& record) {
+    const auto [place, isNew] = origins_.try_emplace(record.objectId(), record.origin());
+    if (record.isLayout() || (!isNew && place->second == record.origin()))
+        return;
+    place->second = record.origin();
+    clear();
+}
+
 void DisplayLists::forget(const AcDbDatabase& database) {
     clear();
+    origins_.clear();
     watchers_.erase(const_cast<AcDbDatabase*>(&database));
 }
 

@@ -1,11 +1,13 @@
-// The display lists of blocks, made when they are first needed and given up when something changes.
+// The display lists of blocks, made when they are first needed. They follow what changes in their blocks.
 #pragma once
 
 #include "db/reactors.h"
-#include "gs/display_list.h"
+#include "gs/block_list.h"
 
 #include <map>
 #include <memory>
+
+class AcDbBlockTableRecord;
 
 namespace vndk::gs {
 
@@ -20,33 +22,43 @@ public:
     DisplayLists& operator=(const DisplayLists&) = delete;
 
     /// With `definitions` as the block looks by itself, else as behind a reference. Valid until something changes.
-    const DisplayList& of(AcDbObjectId record, bool definitions = false);
+    const DisplayList& of(AcDbObjectId record, bool definitions = false) { return listOf(record, definitions).list(); }
+    /// The box around all that is drawn by it; it may be larger for what has gone.
+    const AcDbExtents& reachOf(AcDbObjectId record, bool definitions);
+    /// Whether partsIn answers at once, without preparing anything.
+    bool canFind(AcDbObjectId record, bool definitions) { return listOf(record, definitions).canFind(); }
+    /// Parts of the same list that come out within a part of the picture, in the order in which they are drawn. Valid
+    /// until it is asked again.
+    const std::vector<uint32_t>& partsIn(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+                                         const PictureBox& seen);
+    /// BlockList::kNone: the entity isn't in the block.
+    uint32_t partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity);
     /// The box around all of the block and what it refers to, seen or not. Empty: nothing, or nothing but endless
     /// lines.
-    const AcDbExtents& boxOf(AcDbObjectId record);
+    const AcDbExtents& boxOf(AcDbObjectId record) { return wholeOf(record).box; }
     /// Whether endless lines are in it.
-    bool isEndless(AcDbObjectId record);
+    bool isEndless(AcDbObjectId record) { return wholeOf(record).endless; }
     void clear();
 
 private:
     class Watcher;
-    struct Whole {
-        AcDbExtents box;
-        bool endless = false;
-    };
     struct Key {
         AcDbObjectId record;
         bool definitions;
         auto operator<=>(const Key&) const = default;
     };
 
-    const Whole& wholeOf(AcDbObjectId record);
+    BlockList& listOf(AcDbObjectId record, bool definitions);
+    const BlockList::Whole& wholeOf(AcDbObjectId record);
     void watch(AcDbDatabase& database);
     void changed(const AcDbObject& object);
+    void entityChanged(const AcDbEntity& entity);
+    void recordChanged(const AcDbBlockTableRecord& record);
     void forget(const AcDbDatabase& database);
 
-    std::map<Key, std::unique_ptr<DisplayList>> lists_;
-    std::map<AcDbObjectId, Whole> wholes_;
+    std::map<Key, std::unique_ptr<BlockList>> lists_;
+    std::map<AcDbObjectId, BlockList::Whole> wholes_;
+    std::map<AcDbObjectId, AcGePoint3d> origins_; // of blocks that have been changed, as they were then
     std::map<AcDbDatabase*, std::unique_ptr<Watcher>> watchers_;
     size_t depth_ = 0; // of wholeOf
 };

@@ -31,17 +31,19 @@ public:
 
     void invalidate() override;
     void update() override;
-    const win32::Picture& picture() const override { return picture_; }
+    void present() override;
+    const win32::Picture& picture() const override { return highlighted_.pixels.empty() ? picture_ : highlighted_; }
 
     /// Draws one view and shows the picture.
     void show(GraphicsView& view);
 
 private:
     void draw(GraphicsView& view);
-    void present();
+    void highlight();
 
     HWND window_;
     win32::Picture picture_;
+    win32::Picture highlighted_; // the same with what is highlighted; empty when nothing is
     std::vector<GraphicsView*> views_;
     COLORREF background_ = 0;
 };

@@ -1,7 +1,5 @@
 #include "gs/graphics_model.h"
 
-#include "gs/styles.h"
-
 namespace vndk::gs {
 
 bool GraphicsModel::visibleExtents(AcDbObjectId record, AcDbExtents& extents) {
@@ -14,21 +12,27 @@ bool GraphicsModel::visibleExtents(AcDbObjectId record, AcDbExtents& extents) {
     std::vector<Style> resolved;
     for (const Look& look : list.looks)
         resolved.push_back(styles.resolve(look, styles.outermost()));
-    for (size_t i = 0; i < list.looks.size(); ++i)
-        if (resolved[i].visible)
-            extents.addExt(list.boxes[i]);
-    // What a reference shows counts as a whole: its hidden parts are part of the symbol.
-    for (const Item& item : list.items) {
-        if (item.kind != Item::Kind::Block || resolved[item.look].frozen)
+    for (size_t i = 0; i < list.parts.size(); ++i)
+        addVisible(list, i, resolved, extents);
+    return !extents.isEmpty();
+}
+
+/// What a reference shows counts as a whole: its hidden parts are part of the symbol.
+void GraphicsModel::addVisible(const DisplayList& list, size_t part, const std::vector<Style>& styles,
+                               AcDbExtents& extents) {
+    bool visible = false;
+    for (uint32_t i = 0; i < list.parts[part].count; ++i) {
+        const Item& item = list.items[list.parts[part].first + i];
+        visible = visible || styles[item.look].visible;
+        if (item.kind != Item::Kind::Block || styles[item.look].frozen)
             continue;
         const BlockShape& block = list.blocks[item.first];
         AcDbExtents box = lists_.boxOf(block.record);
-        if (box.isEmpty())
-            continue;
         box.transformBy(block.transform);
         extents.addExt(box);
     }
-    return !extents.isEmpty();
+    if (visible)
+        extents.addExt(list.boxes[part]);
 }
 
 } // namespace vndk::gs

@@ -3,6 +3,7 @@
 
 #include "gs/display_lists.h"
 #include "gs/model.h"
+#include "gs/styles.h"
 
 namespace vndk::gs {
 
@@ -14,6 +15,8 @@ public:
     DisplayLists& lists() { return lists_; }
 
 private:
+    void addVisible(const DisplayList& list, size_t part, const std::vector<Style>& styles, AcDbExtents& extents);
+
     DisplayLists lists_;
 };
 

@@ -5,9 +5,11 @@
 #include "gs/graphics_device.h"
 #include "gs/graphics_model.h"
 #include "gs/list_builder.h"
-#include "gs/list_painter.h"
+#include "gs/selection.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 
 namespace vndk::gs {
 
@@ -27,8 +29,6 @@ private:
 };
 
 double heightOf(const AcGsDCRect& viewport) { return viewport.m_max.y - viewport.m_min.y + 1.0; }
-
-PointMarks marksOf(const AcDbDatabase& database) { return {database.header().PDMODE, database.header().PDSIZE}; }
 
 } // namespace
 
@@ -125,15 +125,26 @@ void GraphicsView::update() {
         device_->show(*this);
 }
 
-void GraphicsView::draw(std::uint32_t* pixels, int width, int height, std::uint32_t background) {
-    valid_ = true;
+PixelRect GraphicsView::clipIn(const win32::Picture& picture) const {
     const AcGsDCRect place = viewport();
-    const PixelRect clip{std::max(place.m_min.x, 0), std::max(place.m_min.y, 0), std::min(place.m_max.x, width - 1),
-                         std::min(place.m_max.y, height - 1)};
+    return {std::max(place.m_min.x, 0), std::max(place.m_min.y, 0), std::min(place.m_max.x, picture.width - 1),
+            std::min(place.m_max.y, picture.height - 1)};
+}
+
+void GraphicsView::draw(win32::Picture& picture, std::uint32_t background) {
+    valid_ = true;
+    const PixelRect clip = clipIn(picture);
     if (clip.left > clip.right || clip.top > clip.bottom)
         return;
-    Raster raster(pixels, width, clip);
+    depths_.resize(showsSurfaces() ? picture.pixels.size() : 0);
+    Raster raster(picture.pixels.data(), picture.width, clip, depths_.empty() ? nullptr : depths_.data());
     raster.clear(background);
+    const auto start = std::chrono::steady_clock::now();
+    drawShown(raster, background);
+    adjustThinning(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+}
+
+void GraphicsView::drawShown(Raster& raster, std::uint32_t background) {
     for (const Shown& shown : shown_)
         if (shown.drawable)
             drawDrawable(shown, raster, background);
@@ -141,18 +152,52 @@ void GraphicsView::draw(std::uint32_t* pixels, int width, int height, std::uint3
             drawRecord(shown, raster, background);
 }
 
+/// As much as fits into a frame: from what the last picture took, how much the next one may hold.
+void GraphicsView::adjustThinning(double milliseconds) {
+    constexpr double kFrame = 20; // milliseconds; smooth, and some are left for the window
+    constexpr double kMost = 1000;
+    if (!interactive_)
+        fullDrawing_ = milliseconds;
+    const double held = interactive_ ? thinning_ : 1;
+    thinning_ = static_cast<uint32_t>(std::clamp(std::ceil(held * milliseconds / kFrame), 1.0, kMost));
+}
+
+void GraphicsView::setInteractive(bool interactive) {
+    if (interactive_ && !interactive)
+        invalidate();
+    interactive_ = interactive;
+}
+
+Painting GraphicsView::paintingFor(const AcDbDatabase& database, std::uint32_t background) const {
+    Painting painting;
+    painting.marks = {database.header().PDMODE, database.header().PDSIZE};
+    painting.viewportHeight = heightOf(viewport());
+    painting.background = background;
+    painting.fills = database.header().FILLMODE;
+    painting.hurried = interactive_;
+    painting.thinning = interactive_ ? thinning_ : 1;
+    if (mode_ == kHiddenLine)
+        painting.surfaces = Painting::kHiding;
+    else if (mode_ == kFlatShaded || mode_ == kFlatShadedWithWireframe)
+        painting.surfaces = Painting::kFlat;
+    else if (showsSurfaces())
+        painting.surfaces = Painting::kSmooth;
+    painting.edges = mode_ != kFlatShaded && mode_ != kGouraudShaded;
+    return painting;
+}
+
 void GraphicsView::drawRecord(const Shown& shown, Raster& raster, std::uint32_t background) {
-    AcDbDatabase& database = *shown.record.database();
-    DisplayLists& lists = shown.model->lists();
-    Styles styles(database, background);
-    ListPainter painter(raster, lists, styles, marksOf(database), heightOf(viewport()));
-    painter.draw(lists.of(shown.record, true), worldToDeviceMatrix());
+    const AcDbDatabase& database = *shown.record.database();
+    Styles styles(*shown.record.database(), background);
+    ListPainter painter(raster, shown.model->lists(), styles, paintingFor(database, background));
+    painter.draw(shown.record, worldToDeviceMatrix());
 }
 
 /// A drawable stands in the working drawing, if there is one: colours by layer and point marks are that one's.
 void GraphicsView::drawDrawable(const Shown& shown, Raster& raster, std::uint32_t background) {
     DisplayList list;
     ListBuilder builder(list);
+    builder.begin(0);
     shown.drawable->setAttributes(&builder.drawableTraits());
     if (!shown.drawable->worldDraw(&builder)) {
         ViewportContext context(builder, viewingMatrix());
@@ -164,8 +209,64 @@ void GraphicsView::drawDrawable(const Shown& shown, Raster& raster, std::uint32_
     AcDbDatabase empty(false, true);
     AcDbDatabase& place = database ? *database : empty;
     Styles styles(place, background);
-    ListPainter painter(raster, shown.model->lists(), styles, marksOf(place), heightOf(viewport()));
+    ListPainter painter(raster, shown.model->lists(), styles, paintingFor(place, background));
     painter.draw(list, worldToDeviceMatrix());
+}
+
+template <class Use>
+void GraphicsView::forEachRecord(Use&& use) {
+    for (const Shown& shown : shown_)
+        if (AcDbDatabase* const database = shown.record.database())
+            use(shown, *database);
+}
+
+AcDbObjectId GraphicsView::entityAt(const AcGsDCPoint& at, int reach) {
+    const int side = std::max(reach, 0);
+    AcDbObjectId top;
+    forEachRecord([&](const Shown& shown, AcDbDatabase& database) {
+        Styles styles(database, 0);
+        Selection selection(shown.model->lists(), styles, paintingFor(database, 0), shown.record,
+                            worldToDeviceMatrix());
+        const AcDbObjectId found = selection.topAt({at.x - side, at.y - side, at.x + side, at.y + side});
+        top = found.isNull() ? top : found;
+    });
+    return top;
+}
+
+void GraphicsView::entitiesIn(const AcGsDCRect& rectangle, bool touching, std::vector<AcDbObjectId>& found) {
+    const PixelRect place{rectangle.m_min.x, rectangle.m_min.y, rectangle.m_max.x, rectangle.m_max.y};
+    forEachRecord([&](const Shown& shown, AcDbDatabase& database) {
+        Styles styles(database, 0);
+        Selection selection(shown.model->lists(), styles, paintingFor(database, 0), shown.record,
+                            worldToDeviceMatrix());
+        selection.find(place, touching, found);
+    });
+}
+
+void GraphicsView::highlight(std::span<const AcDbObjectId> entities) {
+    highlighted_.assign(entities.begin(), entities.end());
+}
+
+/// What was there is wiped out first, so that gaps are seen.
+void GraphicsView::drawHighlighted(win32::Picture& picture, std::uint32_t background) {
+    const PixelRect clip = clipIn(picture);
+    if (clip.left > clip.right || clip.top > clip.bottom)
+        return;
+    Raster raster(picture.pixels.data(), picture.width, clip);
+    forEachRecord([&](const Shown& shown, AcDbDatabase& database) {
+        DisplayLists& lists = shown.model->lists();
+        Styles styles(database, background);
+        Painting painting = paintingFor(database, background);
+        painting.surfaces = Painting::kEdgesOnly;
+        for (const Painting::Strokes strokes : {Painting::kErased, Painting::kDashed}) {
+            painting.strokes = strokes;
+            ListPainter painter(raster, lists, styles, painting);
+            const ListPainter::Level level = painter.level(lists.of(shown.record, true), worldToDeviceMatrix());
+            for (const AcDbObjectId entity : highlighted_)
+                if (const uint32_t part = lists.partOf(shown.record, true, entity); part != BlockList::kNone)
+                    painter.drawPart(level, part);
+        }
+    });
 }
 
 } // namespace vndk::gs

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "gs/camera.h"
-#include "gs/raster.h"
+#include "gs/list_painter.h"
+#include "win32/picture.h"
 
 #include <optional>
 #include <vector>
@@ -42,14 +43,22 @@ public:
     bool erase(AcGiDrawable* drawable) override;
     void eraseAll() override;
 
+    AcDbObjectId entityAt(const AcGsDCPoint& at, int reach) override;
+    void entitiesIn(const AcGsDCRect& rectangle, bool touching, std::vector<AcDbObjectId>& found) override;
+    void highlight(std::span<const AcDbObjectId> entities) override;
+    void setInteractive(bool interactive) override;
+    bool isInteractive() const override { return interactive_; }
+
     void invalidate() override { valid_ = false; }
     bool isValid() const override { return valid_; }
     void update() override;
 
     GraphicsDevice* device() const { return device_; }
     void setDevice(GraphicsDevice* device);
-    /// Draws everything into the device's pixels; the viewport lies in them at least in part.
-    void draw(std::uint32_t* pixels, int width, int height, std::uint32_t background);
+    /// Draws everything into its place in the device's picture.
+    void draw(win32::Picture& picture, std::uint32_t background);
+    bool highlights() const { return !highlighted_.empty(); }
+    void drawHighlighted(win32::Picture& picture, std::uint32_t background);
 
 private:
     /// One of the two.
@@ -59,8 +68,16 @@ private:
         GraphicsModel* model = nullptr;
     };
     AcGsDCRect viewport() const;
+    bool showsSurfaces() const { return mode_ >= kHiddenLine && mode_ < kLastRenderMode; }
+    /// The part of the viewport that a picture holds; reversed where there is none.
+    PixelRect clipIn(const win32::Picture& picture) const;
+    Painting paintingFor(const AcDbDatabase& database, std::uint32_t background) const;
+    void drawShown(Raster& raster, std::uint32_t background);
     void drawRecord(const Shown& shown, Raster& raster, std::uint32_t background);
     void drawDrawable(const Shown& shown, Raster& raster, std::uint32_t background);
+    void adjustThinning(double milliseconds);
+    template <class Use>
+    void forEachRecord(Use&& use);
 
     Camera camera_;
     GraphicsDevice* device_ = nullptr;
@@ -68,6 +85,11 @@ private:
     std::vector<Shown> shown_;
     RenderMode mode_ = k2DOptimized;
     bool valid_ = false;
+    bool interactive_ = false;
+    uint32_t thinning_ = 1;     // in force while interactive
+    double fullDrawing_ = 0;    // milliseconds that the last whole picture took
+    std::vector<float> depths_; // beside the device's pixels, in modes that show surfaces
+    std::vector<AcDbObjectId> highlighted_;
 };
 
 } // namespace vndk::gs

@@ -37,19 +37,38 @@ void addTextBox(AcDbExtents& box, const TextShape& shape) {
 
 } // namespace
 
-uint32_t ListBuilder::lookNumber() {
-    if (lastLook_ < list_.looks.size() && list_.looks[lastLook_] == look_)
-        return lastLook_;
-    const auto found = std::find(list_.looks.begin(), list_.looks.end(), look_);
-    lastLook_ = static_cast<uint32_t>(found - list_.looks.begin());
-    if (found == list_.looks.end()) {
-        list_.looks.push_back(look_);
-        list_.boxes.emplace_back();
+void ListBuilder::begin(size_t part) {
+    part_ = part;
+    look_ = Look();
+    if (list_.parts.size() <= part) {
+        list_.parts.resize(part + 1);
+        list_.boxes.resize(part + 1);
     }
-    return lastLook_;
+    list_.parts[part].first = static_cast<uint32_t>(list_.items.size());
+    list_.parts[part].count = 0;
+    list_.boxes[part] = AcDbExtents();
+}
+
+/// Neighbours mostly have one style.
+const LOGFONTA& ListBuilder::fontOf(AcDbObjectId style) {
+    if (!lastFont_ || lastStyle_ != style)
+        lastFont_ = &fontOfStyle(style);
+    lastStyle_ = style;
+    return *lastFont_;
+}
+
+uint32_t ListBuilder::lookNumber() {
+    // Neighbours mostly look alike.
+    if (!list_.items.empty() && list_.looks[list_.items.back().look] == look_)
+        return list_.items.back().look;
+    const auto [place, isNew] = list_.lookNumbers.try_emplace(look_, static_cast<uint32_t>(list_.looks.size()));
+    if (isNew)
+        list_.looks.push_back(look_);
+    return place->second;
 }
 
 void ListBuilder::add(Item::Kind kind, size_t first, size_t count) {
+    ++list_.parts[part_].count;
     list_.items.push_back({kind, lookNumber(), static_cast<uint32_t>(first), static_cast<uint32_t>(count)});
 }
 
@@ -118,12 +137,12 @@ void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major,
 }
 
 double ListBuilder::textWidth(const AcGiText& text) {
-    return widthOf(text.text, fontOfStyle(text.style)) * text.height * text.widthFactor;
+    return widthOf(text.text, fontOf(text.style)) * text.height * text.widthFactor;
 }
 
 void ListBuilder::text(const AcGiText& text) {
     TextShape shape;
-    shape.font = &fontOfStyle(text.style);
+    shape.font = &fontOf(text.style);
     shape.letters = text.text;
     shape.width = widthOf(text.text, *shape.font);
     shape.underlined = text.underlined;

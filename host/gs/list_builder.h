@@ -9,6 +9,9 @@ namespace vndk::gs {
 class ListBuilder : public AcGiWorldDraw, private AcGiGeometry, private AcGiDrawableTraits {
 public:
     explicit ListBuilder(DisplayList& list) : list_(list) {}
+    /// What is drawn from here on becomes the part of that number, which replaces what it was. It comes before any
+    /// drawing.
+    void begin(size_t part);
 
     AcGiGeometry& geometry() override { return *this; }
     AcGiSubEntityTraits& subEntityTraits() override { return *this; }
@@ -39,11 +42,15 @@ private:
     void addPoints(Item::Kind kind, std::span<const AcGePoint3d> points);
     bool keepPoints(std::span<const AcGePoint3d> points, uint32_t& first, uint32_t& count);
     uint32_t lookNumber();
-    AcDbExtents& box() { return list_.boxes[lookNumber()]; }
+    AcDbExtents& box() { return list_.boxes[part_]; }
+
+    const LOGFONTA& fontOf(AcDbObjectId style);
 
     DisplayList& list_;
+    size_t part_ = 0;
+    AcDbObjectId lastStyle_;
+    const LOGFONTA* lastFont_ = nullptr;
     Look look_;
-    uint32_t lastLook_ = 0;
 };
 
 } // namespace vndk::gs

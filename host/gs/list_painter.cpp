@@ -1,6 +1,6 @@
 #include "gs/list_painter.h"
 
-#include "win32/glyph_outline.h"
+#include "gs/text_fonts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,8 +13,8 @@ constexpr double kSmallestText = 2.5; // pixels; smaller text is a line
 constexpr double kSmallestBlock = 1;  // pixels; what a smaller one shows is a dot
 
 double lengthOf(const Spot& v) { return std::hypot(v.x, v.y); }
-Spot sum(const Spot& a, const Spot& b) { return {a.x + b.x, a.y + b.y}; }
-Spot times(const Spot& a, double factor) { return {a.x * factor, a.y * factor}; }
+Spot sum(const Spot& a, const Spot& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+Spot times(const Spot& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
 
 /// How many straight pieces look round on a radius in pixels.
 int stepsFor(double radius, double sweep) {
@@ -28,32 +28,114 @@ int stepsFor(double radius, double sweep) {
 
 } // namespace
 
-void ListPainter::draw(const DisplayList& list, const AcGeMatrix3d& toDevice, const Surroundings& around) {
-    const Projector projector(toDevice);
-    std::vector<Style> styles;
-    styles.reserve(list.looks.size());
-    for (const Look& look : list.looks)
-        styles.push_back(styles_.resolve(look, around));
-    for (const Item& item : list.items)
-        if (const Style& style = styles[item.look]; style.visible || (item.kind == Item::Kind::Block && !style.frozen))
-            drawItem(list, item, projector, style);
+double ListPainter::margin() const {
+    constexpr double kWidestLine = 5;
+    // Marks of points reach beyond their places.
+    return painting_.marks.mode != 0 ? painting_.viewportHeight : kWidestLine;
+}
+
+ListPainter::Level ListPainter::level(const DisplayList& list, const AcGeMatrix3d& toDevice,
+                                      const Surroundings& around) {
+    static const LinePattern kHighlight{{6, -4}, 10}; // pixels
+    Level level{list, Projector(toDevice), {}};
+    level.styles.reserve(list.looks.size());
+    for (const Look& look : list.looks) {
+        Style style = styles_.resolve(look, around);
+        if (painting_.strokes != Painting::kAsTheyAre || raster_.isProbe())
+            style.pattern = nullptr;
+        if (painting_.strokes == Painting::kErased)
+            style.color = painting_.background;
+        if (const double scale = level.projector.scale(); painting_.strokes == Painting::kDashed && scale > 0) {
+            style.pattern = &kHighlight;
+            style.patternScale = 1 / scale;
+        }
+        style.thin = style.visible && !style.pattern && style.width <= 1 && !raster_.isProbe();
+        level.styles.push_back(std::move(style));
+    }
+    return level;
+}
+
+void ListPainter::draw(const DisplayList& list, const AcGeMatrix3d& toDevice) {
+    const Level whole = level(list, toDevice);
+    for (size_t part = 0; part < list.parts.size(); ++part)
+        drawPart(whole, static_cast<uint32_t>(part));
+}
+
+void ListPainter::draw(AcDbObjectId record, const AcGeMatrix3d& toDevice) {
+    drawRecord(record, true, toDevice, styles_.outermost());
+}
+
+void ListPainter::drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+                             const Surroundings& around) {
+    constexpr size_t kMany = 256;             // fewer are drawn without looking where they lie
+    constexpr uint32_t kShuffle = 2654435761; // spreads what is drawn when not all is
+    const Level whole = level(lists_.of(record, definitions), toDevice, around);
+    const size_t count = whole.list.parts.size();
+    const uint32_t thinning = count > kMany ? painting_.thinning : 1;
+    const auto isDrawn = [thinning](uint32_t part) { return thinning == 1 || part * kShuffle / 65536 % thinning == 0; };
+    const PixelRect& clip = raster_.clip();
+    const PictureBox seen{clip.left - margin(), clip.top - margin(), clip.right + 1 + margin(),
+                          clip.bottom + 1 + margin()};
+    if (count <= kMany || !isWorthFinding(record, definitions, toDevice, seen)) {
+        for (uint32_t part = 0; part < count; ++part)
+            if (isDrawn(part))
+                drawPart(whole, part);
+        return;
+    }
+    for (const uint32_t part : lists_.partsIn(record, definitions, toDevice, seen))
+        if (isDrawn(part))
+            drawPart(whole, part);
+}
+
+/// Where most is seen, looking for it takes longer than trying all; and so does getting ready for it while the user
+/// drags, or for a single picture of very much.
+bool ListPainter::isWorthFinding(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+                                 const PictureBox& seen) {
+    constexpr size_t kReadySoon = 200'000;
+    constexpr double kSmallShare = 0.5;
+    const PictureBox all = BoxProjector(toDevice)(lists_.reachOf(record, definitions));
+    if (!all.meets(seen) || all.common(seen).area() > all.area() * kSmallShare)
+        return false;
+    return lists_.canFind(record, definitions) ||
+           (!painting_.hurried && lists_.of(record, definitions).parts.size() <= kReadySoon);
+}
+
+void ListPainter::drawPart(const Level& level, uint32_t part) {
+    const DisplayList& list = level.list;
+    const Part& drawn = list.parts[part];
+    for (uint32_t i = drawn.first; i < drawn.first + drawn.count; ++i) {
+        const Item& item = list.items[i];
+        const Style& style = level.styles[item.look];
+        if (item.kind == Item::Kind::Polyline && style.thin)
+            drawThin(std::span(list.points).subspan(item.first, item.count), level.projector, style.color);
+        else if (style.visible || (item.kind == Item::Kind::Block && !style.frozen))
+            drawItem(list, item, level.projector, style);
+    }
+}
+
+/// What most drawings consist of.
+void ListPainter::drawThin(std::span<const AcGePoint3d> points, const Projector& projector, std::uint32_t color) {
+    Spot last = projector(points[0]);
+    if (points.size() == 1)
+        return raster_.dot(last, color);
+    for (const AcGePoint3d& point : points.subspan(1)) {
+        const Spot next = projector(point);
+        raster_.line(last, next, color);
+        last = next;
+    }
 }
 
 void ListPainter::drawItem(const DisplayList& list, const Item& item, const Projector& projector, const Style& style) {
-    const auto points = [&] { return std::span(list.points).subspan(item.first, item.count); };
+    const auto points = [&](const auto& shape) { return std::span(list.points).subspan(shape.first, shape.count); };
     switch (item.kind) {
     case Item::Kind::Polyline:
-        return Stroker(raster_, projector, style).draw(points());
+        return Stroker(raster_, projector, style).draw(points(item));
     case Item::Kind::Polygon:
-        return drawPolygon(points(), projector, style);
-    case Item::Kind::Area: {
-        const AreaShape& area = list.areas[item.first];
-        return drawArea(std::span(list.points).subspan(area.first, area.count), area.ends, projector, style);
-    }
-    case Item::Kind::Shell: {
-        const ShellShape& shell = list.shells[item.first];
-        return drawShellEdges(std::span(list.points).subspan(shell.first, shell.count), shell, projector, style);
-    }
+        return drawArea(points(item), std::array{item.count}, projector, style);
+    case Item::Kind::Area:
+        return drawArea(points(list.areas[item.first]), list.areas[item.first].ends, projector, style);
+    case Item::Kind::Shell:
+        return drawShell(points(list.shells[item.first]), list.shells[item.first], projector, style);
     case Item::Kind::Arc:
         return drawArc(list.arcs[item.first], projector, style);
     case Item::Kind::Text:
@@ -67,42 +149,26 @@ void ListPainter::drawItem(const DisplayList& list, const Item& item, const Proj
     }
 }
 
-void ListPainter::drawPolygon(std::span<const AcGePoint3d> corners, const Projector& projector, const Style& style) {
-    drawArea(corners, std::array{static_cast<uint32_t>(corners.size())}, projector, style);
-}
-
-/// The edge is drawn, too, so that an area thinner than a pixel is seen.
-void ListPainter::drawArea(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends,
-                           const Projector& projector, const Style& style) {
-    outline_.clear();
-    for (const AcGePoint3d& corner : corners)
-        outline_.push_back(projector(corner));
-    contours_.assign(ends.begin(), ends.end());
-    raster_.fill(outline_, contours_, style.color);
-    size_t begin = 0;
-    for (const size_t end : contours_) {
-        for (size_t i = begin; i < end; ++i)
-            raster_.line(outline_[i], outline_[i + 1 < end ? i + 1 : begin], style.color);
-        begin = end;
-    }
-}
-
-void ListPainter::drawShellEdges(std::span<const AcGePoint3d> points, const ShellShape& shell,
-                                 const Projector& projector, const Style& style) {
-    for (const AcGiTriangle& face : shell.faces)
-        for (unsigned i = 0; i < 3; ++i)
-            if (face.edges >> i & 1)
-                raster_.line(projector(points[face.corners[i]]), projector(points[face.corners[(i + 1) % 3]]),
-                             style.color);
-}
-
 void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const Style& style) {
+    constexpr double kSmallestRadius = 0.4; // pixels; what is smaller is a dot
     const double radius = std::max(lengthOf(projector(arc.major)), lengthOf(projector(arc.minor)));
+    if (radius < kSmallestRadius)
+        return raster_.dot(projector(arc.center), style.color);
     const int steps = stepsFor(radius, arc.sweep);
     curve_.clear();
+    // Each step turns the last one on, and rounding is kept from adding up.
+    constexpr int kFreshly = 64;
+    const double step = arc.sweep / steps, turnCos = std::cos(step), turnSin = std::sin(step);
+    double c = 0, s = 0;
     for (int i = 0; i <= steps; ++i) {
-        const double u = arc.start + arc.sweep * i / steps;
-        curve_.push_back(arc.center + arc.major * std::cos(u) + arc.minor * std::sin(u));
+        if (i % kFreshly == 0) {
+            c = std::cos(arc.start + step * i);
+            s = std::sin(arc.start + step * i);
+        }
+        curve_.push_back(arc.center + arc.major * c + arc.minor * s);
+        const double next = c * turnCos - s * turnSin;
+        s = s * turnCos + c * turnSin;
+        c = next;
     }
     Stroker(raster_, projector, style).draw(curve_);
 }
@@ -114,7 +180,16 @@ void ListPainter::drawText(const TextShape& text, const Projector& projector, co
     const double margin = 2 * lengthOf(y) + lengthOf(x);
     if (std::max(origin.x, end.x) + margin < clip.left || std::min(origin.x, end.x) - margin > clip.right + 1.0 ||
         std::max(origin.y, end.y) + margin < clip.top || std::min(origin.y, end.y) - margin > clip.bottom + 1.0)
+        return raster_.noteOutside();
+    if (raster_.isProbe() || painting_.strokes != Painting::kAsTheyAre) {
+        const std::array frame = {origin, end, sum(end, y), sum(origin, y)};
+        if (raster_.isProbe())
+            return raster_.fill(frame, std::array{frame.size()}, style.color);
+        const Stroker stroker(raster_, projector, style);
+        for (size_t i = 0; i < frame.size(); ++i)
+            stroker.dashed(frame[i], frame[(i + 1) % frame.size()]);
         return;
+    }
     if (lengthOf(y) < kSmallestText || lengthOf(x) == 0) {
         const Spot up = times(y, 0.5);
         return raster_.line(sum(origin, up), sum(end, up), style.color);
@@ -130,7 +205,7 @@ void ListPainter::drawLetters(const TextShape& text, const Spot& origin, const S
                               const Style& style) {
     double pen = 0;
     for (const char letter : text.letters) {
-        const win32::GlyphOutline& glyph = win32::glyphOutline(*text.font, letter);
+        const win32::GlyphOutline& glyph = outlineOf(letter, *text.font);
         outline_.clear();
         for (const win32::GlyphOutline::Point& p : glyph.points)
             outline_.push_back(sum(origin, sum(times(x, pen + p.x), times(y, p.y))));
@@ -139,20 +214,23 @@ void ListPainter::drawLetters(const TextShape& text, const Spot& origin, const S
     }
 }
 
+double ListPainter::markSize(const Projector& projector) const {
+    const double size = painting_.marks.size, percent = size < 0 ? -size : 5;
+    return size > 0 ? size * projector.scale() : painting_.viewportHeight * percent / 100;
+}
+
 void ListPainter::drawMark(const PointShape& point, const Projector& projector, const Style& style) {
     enum { kDot = 0, kNone = 1, kPlus = 2, kCross = 3, kTick = 4, kFigure = 7, kCircle = 32, kSquare = 64 };
     const Spot at = projector(point.position);
-    const double percent = marks_.size < 0 ? -marks_.size : 5;
-    const double size = marks_.size > 0 ? marks_.size * projector.scale() : viewportHeight_ * percent / 100;
-    const double half = std::min(size / 2, viewportHeight_ * 16);
+    const double half = std::min(markSize(projector) / 2, painting_.viewportHeight * 16);
     const auto line = [&](double x0, double y0, double x1, double y1) {
         const double c = std::cos(point.rotation), s = std::sin(point.rotation);
         const auto spot = [&](double x, double y) {
-            return Spot{at.x + (x * c - y * s) * half, at.y - (x * s + y * c) * half};
+            return Spot{at.x + (x * c - y * s) * half, at.y - (x * s + y * c) * half, at.z};
         };
         raster_.line(spot(x0, y0), spot(x1, y1), style.color);
     };
-    switch (marks_.mode & kFigure) {
+    switch (painting_.marks.mode & kFigure) {
     case kDot:
         raster_.dot(at, style.color);
         break;
@@ -170,12 +248,12 @@ void ListPainter::drawMark(const PointShape& point, const Projector& projector, 
     default:
         break;
     }
-    if (marks_.mode & kCircle)
+    if (painting_.marks.mode & kCircle)
         for (int i = 0, steps = stepsFor(half, 2 * kAcGePi); i < steps; ++i) {
             const double a = 2 * kAcGePi * i / steps, b = 2 * kAcGePi * (i + 1) / steps;
             line(std::cos(a), std::sin(a), std::cos(b), std::sin(b));
         }
-    if (marks_.mode & kSquare) {
+    if (painting_.marks.mode & kSquare) {
         line(-1, -1, 1, -1);
         line(1, -1, 1, 1);
         line(1, 1, -1, 1);
@@ -202,26 +280,20 @@ void ListPainter::drawBlock(const BlockShape& block, const Projector& projector,
         return;
     const AcGeMatrix3d toDevice = projector.matrix() * block.transform;
     if (!lists_.isEndless(block.record)) {
-        const AcDbExtents& box = lists_.boxOf(block.record);
-        if (box.isEmpty())
-            return;
-        AcDbExtents seen = box;
-        seen.transformBy(toDevice);
-        const AcGePoint3d &low = seen.minPoint(), &high = seen.maxPoint();
-        // Marks of points reach beyond their places.
-        const double margin = marks_.mode != 0 ? viewportHeight_ : 1;
+        const PictureBox seen = BoxProjector(toDevice)(lists_.boxOf(block.record));
         const PixelRect& clip = raster_.clip();
-        if (low.x > clip.right + 1 + margin || high.x < clip.left - margin || low.y > clip.bottom + 1 + margin ||
-            high.y < clip.top - margin)
-            return;
-        if (marks_.mode == 0 && high.x - low.x < kSmallestBlock && high.y - low.y < kSmallestBlock)
-            return style.visible ? raster_.dot({low.x, low.y}, style.color) : void();
+        if (!seen.meets(
+                {clip.left - margin(), clip.top - margin(), clip.right + 1 + margin(), clip.bottom + 1 + margin()}))
+            return raster_.noteOutside();
+        if (painting_.marks.mode == 0 && seen.right - seen.left < kSmallestBlock &&
+            seen.bottom - seen.top < kSmallestBlock)
+            return style.visible ? raster_.dot({seen.left, seen.top}, style.color) : void();
     }
     if (referencesLeft_ <= 0)
         return;
     --referencesLeft_;
     path_.push_back(block.record);
-    draw(lists_.of(block.record), toDevice, style.inner);
+    drawRecord(block.record, false, toDevice, style.inner);
     path_.pop_back();
 }
 

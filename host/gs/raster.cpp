@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace vndk::gs {
 
@@ -35,7 +36,9 @@ bool cutAt(double boundary, double sign, Spot& a, Spot& b) {
     if (aOut || bOut) {
         const double share = (boundary - a.*Cut) / (b.*Cut - a.*Cut);
         Spot& cut = aOut ? a : b;
-        cut.*Other = a.*Other + (b.*Other - a.*Other) * share;
+        const double other = a.*Other + (b.*Other - a.*Other) * share, z = a.z + (b.z - a.z) * share;
+        cut.*Other = other;
+        cut.z = z;
         cut.*Cut = boundary;
     }
     return true;
@@ -171,57 +174,91 @@ bool clipLine(const Spot& a, const Spot& b, double left, double top, double righ
 }
 
 void Raster::clear(std::uint32_t color) {
-    for (int y = clip_.top; y <= clip_.bottom; ++y)
-        span(clip_.left, clip_.right + 1.0, y, color);
+    for (int y = clip_.top; y <= clip_.bottom; ++y) {
+        std::fill(&at(clip_.left, y), &at(clip_.right, y) + 1, color);
+        if (depths_)
+            std::fill(&depthAt(clip_.left, y), &depthAt(clip_.right, y) + 1, -std::numeric_limits<float>::infinity());
+    }
 }
 
 void Raster::dot(const Spot& spot, std::uint32_t color) {
-    if (spot.x >= clip_.left && spot.x < clip_.right + 1.0 && spot.y >= clip_.top && spot.y < clip_.bottom + 1.0)
-        at(static_cast<int>(spot.x), static_cast<int>(spot.y)) = color;
+    if (!holds(spot)) {
+        touchedOutside_ = touchedOutside_ || isNear(spot);
+        return;
+    }
+    touchedInside_ = true;
+    const int x = static_cast<int>(spot.x), y = static_cast<int>(spot.y);
+    if (depths_)
+        deepLine(x, y, x, y, spot.z, spot.z, color);
+    else if (pixels_)
+        at(x, y) = color;
 }
 
 /// The pixels of a row whose centres lie between two places.
 void Raster::span(double from, double to, int y, std::uint32_t color) {
     int first = 0, last = 0;
-    if (rowsBetween(from, to, clip_.left, clip_.right, first, last))
+    if (!rowsBetween(from, to, clip_.left, clip_.right, first, last))
+        return;
+    touchedInside_ = true;
+    if (depths_)
+        deepSpan(first, last, y, color);
+    else if (pixels_)
         std::fill(&at(first, y), &at(last, y) + 1, color);
 }
 
-void Raster::line(const Spot& a, const Spot& b, std::uint32_t color) {
-    Spot c = a, d = b;
-    if (!isNear(a) || !isNear(b) || !cutAt<&Spot::x, &Spot::y>(clip_.left, -1, c, d) ||
-        !cutAt<&Spot::x, &Spot::y>(clip_.right + 1.0, 1, c, d) || !cutAt<&Spot::y, &Spot::x>(clip_.top, -1, c, d) ||
-        !cutAt<&Spot::y, &Spot::x>(clip_.bottom + 1.0, 1, c, d))
+void Raster::clipped(const Spot& a, const Spot& b, std::uint32_t color, double behind) {
+    if (!isNear(a) || !isNear(b))
         return;
+    touchedOutside_ = touchedOutside_ || !holds(a) || !holds(b);
+    Spot c = a, d = b;
+    if (!cutAt<&Spot::x, &Spot::y>(clip_.left, -1, c, d) || !cutAt<&Spot::x, &Spot::y>(right_, 1, c, d) ||
+        !cutAt<&Spot::y, &Spot::x>(clip_.top, -1, c, d) || !cutAt<&Spot::y, &Spot::x>(bottom_, 1, c, d))
+        return;
+    touchedInside_ = true;
     const auto pixel = [](double place, int low, int high) {
         return static_cast<int>(std::clamp(std::floor(place), static_cast<double>(low), static_cast<double>(high)));
     };
-    whole(pixel(c.x, clip_.left, clip_.right), pixel(c.y, clip_.top, clip_.bottom), pixel(d.x, clip_.left, clip_.right),
-          pixel(d.y, clip_.top, clip_.bottom), color);
+    const int x0 = pixel(c.x, clip_.left, clip_.right), y0 = pixel(c.y, clip_.top, clip_.bottom),
+              x1 = pixel(d.x, clip_.left, clip_.right), y1 = pixel(d.y, clip_.top, clip_.bottom);
+    if (depths_)
+        deepLine(x0, y0, x1, y1, c.z - behind, d.z - behind, color);
+    else if (pixels_)
+        inside(x0, y0, x1, y1, color);
 }
 
-/// Both ends lie inside.
-void Raster::whole(int x0, int y0, int x1, int y1, std::uint32_t color) {
-    const int dx = std::abs(x1 - x0), dy = -std::abs(y1 - y0);
-    const int stepX = x0 < x1 ? 1 : -1, stepY = y0 < y1 ? 1 : -1;
-    int error = dx + dy;
-    for (;;) {
-        at(x0, y0) = color;
-        if (x0 == x1 && y0 == y1)
-            return;
-        const int twice = 2 * error;
-        if (twice >= dy) {
-            error += dy;
-            x0 += stepX;
-        }
-        if (twice <= dx) {
-            error += dx;
-            y0 += stepY;
-        }
+/// Both ends lie inside. A pixel for each step along the longer side; whether the line steps aside is told by a sign,
+/// without a branch that nobody could foresee.
+void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
+    const int dx = std::abs(x1 - x0), dy = std::abs(y1 - y0);
+    const std::ptrdiff_t stepX = x0 < x1 ? 1 : -1, stepY = y0 < y1 ? stride_ : -std::ptrdiff_t{stride_};
+    const bool flat = dx >= dy;
+    const int longer = flat ? dx : dy, shorter = flat ? dy : dx;
+    const std::ptrdiff_t along = flat ? stepX : stepY, aside = flat ? stepY : stepX;
+    std::uint32_t* pixel = &at(x0, y0);
+    if (dy == 0) { // many lines are level
+        std::fill_n(std::min(pixel, pixel + (x1 - x0)), dx + 1, color);
+        return;
     }
+    int error = longer - 2 * shorter - 1;
+    for (int i = 0; i < longer; ++i) {
+        *pixel = color;
+        const int turns = error >> 31; // all bits or none
+        error += (turns & 2 * longer) - 2 * shorter;
+        pixel += along + (turns & aside);
+    }
+    *pixel = color;
+}
+
+void Raster::noteBounds(std::span<const Spot> corners) {
+    if (isProbe())
+        touchedOutside_ = touchedOutside_ || std::any_of(corners.begin(), corners.end(),
+                                                         [this](const Spot& p) { return isNear(p) && !holds(p); });
 }
 
 void Raster::fill(std::span<const Spot> corners, std::span<const std::size_t> ends, std::uint32_t color) {
+    noteBounds(corners);
+    if (depths_ && !setPlane(corners, ends))
+        return; // seen from its side: its edge is all that is seen
     const std::vector<Edge> edges = edgesOf(corners, ends, clip_);
     std::vector<Edge> active;
     std::size_t next = 0;
@@ -252,8 +289,11 @@ void Raster::fillSmooth(std::span<const Spot> corners, std::span<const std::size
     const Bounds box = boundsOf(corners);
     if (!(box.right < clip_.right + 1.0 + kLargest && box.left > clip_.left - kLargest &&
           box.bottom < clip_.bottom + 1.0 + kLargest && box.top > clip_.top - kLargest &&
-          box.right - box.left < kLargest && box.bottom - box.top < kLargest))
+          box.right - box.left < kLargest && box.bottom - box.top < kLargest) ||
+        isProbe())
         return fill(corners, ends, color);
+    if (depths_ && !setPlane(corners, ends))
+        return;
     const double left = std::floor(box.left), top = std::floor(box.top);
     const int width = static_cast<int>(box.right - left) + 3, height = static_cast<int>(box.bottom - top) + 2;
     coverage_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
@@ -268,7 +308,7 @@ void Raster::fillSmooth(std::span<const Spot> corners, std::span<const std::size
                              static_cast<std::size_t>(column)];
             const float share = std::min(std::fabs(sum), 1.0F);
             const int x = static_cast<int>(left) + column, y = static_cast<int>(top) + row;
-            if (share > 0.004F && holds(x, y))
+            if (share > 0.004F && holds(x, y) && (!depths_ || plane_.at(x, y) >= depthAt(x, y)))
                 at(x, y) = blended(at(x, y), color, share);
         }
     }

@@ -1,5 +1,6 @@
 # The graphics system. Paths are relative to host.
 set(GS_SOURCES
+  gs/block_list.cpp
   gs/camera.cpp
   gs/display_lists.cpp
   gs/graphics_device.cpp
@@ -9,7 +10,11 @@ set(GS_SOURCES
   gs/list_painter.cpp
   gs/manager.cpp
   gs/palette.cpp
+  gs/part_tree.cpp
   gs/raster.cpp
+  gs/raster_depth.cpp
+  gs/selection.cpp
   gs/stroker.cpp
   gs/styles.cpp
+  gs/surface_painting.cpp
   gs/text_fonts.cpp)

@@ -12,7 +12,7 @@ constexpr double kFinestPeriod = 3; // pixels; a finer pattern looks like an unb
 
 double lengthOf(const Spot& v) { return std::hypot(v.x, v.y); }
 Spot between(const Spot& a, const Spot& b, double share) {
-    return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share};
+    return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share, a.z + (b.z - a.z) * share};
 }
 
 } // namespace
@@ -31,7 +31,7 @@ Stroker::Stroker(Raster& raster, const Projector& projector, const Style& style)
         period_ = period;
 }
 
-void Stroker::piece(const Spot& a, const Spot& b) {
+void Stroker::piece(const Spot& a, const Spot& b) const {
     raster_.line(a, b, style_.color);
     const Spot along{b.x - a.x, b.y - a.y};
     const double length = lengthOf(along);
@@ -39,12 +39,20 @@ void Stroker::piece(const Spot& a, const Spot& b) {
         return;
     const double half = style_.width / 2.0;
     const Spot side{-along.y / length * half, along.x / length * half};
-    const std::array corners = {Spot{a.x + side.x, a.y + side.y}, Spot{b.x + side.x, b.y + side.y},
-                                Spot{b.x - side.x, b.y - side.y}, Spot{a.x - side.x, a.y - side.y}};
+    const std::array corners = {Spot{a.x + side.x, a.y + side.y, a.z}, Spot{b.x + side.x, b.y + side.y, b.z},
+                                Spot{b.x - side.x, b.y - side.y, b.z}, Spot{a.x - side.x, a.y - side.y, a.z}};
     raster_.fill(corners, std::array{corners.size()}, style_.color);
 }
 
-void Stroker::draw(std::span<const AcGePoint3d> points) {
+void Stroker::dashed(const Spot& a, const Spot& b) const {
+    const double scale = projector_.scale(), length = lengthOf({b.x - a.x, b.y - a.y});
+    if (period_ > 0 && scale > 0)
+        drawDashes(a, b, length / scale, 0, length / scale);
+    else
+        piece(a, b);
+}
+
+void Stroker::draw(std::span<const AcGePoint3d> points) const {
     if (points.empty())
         return;
     if (points.size() == 1)
@@ -59,7 +67,7 @@ void Stroker::draw(std::span<const AcGePoint3d> points) {
     }
 }
 
-void Stroker::drawBroken(std::span<const AcGePoint3d> points) {
+void Stroker::drawBroken(std::span<const AcGePoint3d> points) const {
     double total = 0;
     for (size_t i = 0; i + 1 < points.size(); ++i)
         total += points[i].distanceTo(points[i + 1]);
@@ -72,7 +80,7 @@ void Stroker::drawBroken(std::span<const AcGePoint3d> points) {
 }
 
 /// The dashes of a piece that begins that far along its run. The run begins and ends with the same share of a dash.
-void Stroker::drawDashes(const Spot& a, const Spot& b, double length, double begin, double total) {
+void Stroker::drawDashes(const Spot& a, const Spot& b, double length, double begin, double total) const {
     const PixelRect& clip = raster_.clip();
     double from = 0, to = 1;
     if (!clipLine(a, b, clip.left, clip.top, clip.right + 1.0, clip.bottom + 1.0, from, to))

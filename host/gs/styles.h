@@ -31,6 +31,7 @@ struct Style {
     const LinePattern* pattern = nullptr; // null: unbroken
     double patternScale = 1;
     int width = 1;      // pixels
+    bool thin = false;  // an unbroken line of one pixel that is drawn at once; set by who draws
     Surroundings inner; // for what a reference with this style shows
 };
 

@@ -2,7 +2,6 @@
 
 #include "db/open.h"
 #include "db/symbol_tables.h"
-#include "win32/glyph_outline.h"
 
 #include <algorithm>
 #include <array>
@@ -47,16 +46,22 @@ LOGFONTA description(const char* face, bool bold, bool italic) {
     return font;
 }
 
+constexpr size_t kFonts = 12;
+
 /// Every combination that there is, so that equal fonts are one.
-const LOGFONTA& fontFor(size_t family, bool bold, bool italic) {
+const std::array<LOGFONTA, kFonts>& allFonts() {
     static const auto all = [] {
         constexpr std::array<const char*, 3> kFaces = {"Arial", "Times New Roman", "Courier New"};
-        std::array<LOGFONTA, 12> fonts{};
+        std::array<LOGFONTA, kFonts> fonts{};
         for (size_t i = 0; i < fonts.size(); ++i)
             fonts[i] = description(kFaces[i / 4], i & 2, i & 1);
         return fonts;
     }();
-    return all[family * 4 + (bold ? 2 : 0) + (italic ? 1 : 0)];
+    return all;
+}
+
+const LOGFONTA& fontFor(size_t family, bool bold, bool italic) {
+    return allFonts()[family * 4 + (bold ? 2 : 0) + (italic ? 1 : 0)];
 }
 
 } // namespace
@@ -80,10 +85,20 @@ const LOGFONTA& fontOfStyle(AcDbObjectId style) {
     return fontOfFile(record ? std::string_view(record->data().fileName) : std::string_view());
 }
 
+const win32::GlyphOutline& outlineOf(char letter, const LOGFONTA& font) {
+    // Texts ask for every letter, and the face behind a description has to be looked for.
+    static std::array<std::array<const win32::GlyphOutline*, 256>, kFonts> known{};
+    const auto place = static_cast<size_t>(&font - allFonts().data());
+    const win32::GlyphOutline*& outline = known[place][static_cast<unsigned char>(letter)];
+    if (!outline)
+        outline = &win32::glyphOutline(font, letter);
+    return *outline;
+}
+
 double widthOf(std::string_view letters, const LOGFONTA& font) {
     double width = 0;
     for (const char letter : letters)
-        width += win32::glyphOutline(font, letter).advance;
+        width += outlineOf(letter, font).advance;
     return width;
 }
 

@@ -3,6 +3,7 @@
 
 #include "db/object_id.h"
 #include "win32/fonts.h"
+#include "win32/glyph_outline.h"
 
 #include <string_view>
 
@@ -13,6 +14,8 @@ namespace vndk::gs {
 const LOGFONTA& fontOfStyle(AcDbObjectId style);
 /// The same for a font file's name, with or without its folder.
 const LOGFONTA& fontOfFile(std::string_view fileName);
+/// The letter's outline; `font` is one of those that the functions above give.
+const win32::GlyphOutline& outlineOf(char letter, const LOGFONTA& font);
 /// The advances together, in units of the height of capital letters.
 double widthOf(std::string_view letters, const LOGFONTA& font);
 

@@ -28,6 +28,8 @@ public:
     virtual void invalidate() = 0;
     /// Draws the views that are stale and shows them.
     virtual void update() = 0;
+    /// Shows what has been drawn last once more: for an owner whose window has to be painted.
+    virtual void present() = 0;
     /// What has been drawn last.
     virtual const vndk::win32::Picture& picture() const = 0;
 };

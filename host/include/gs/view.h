@@ -7,6 +7,9 @@
 
 #include "gi/drawable.h"
 
+#include <span>
+#include <vector>
+
 class AcDbBlockTableRecord;
 class AcGsModel;
 
@@ -65,7 +68,9 @@ public:
     /// Divides the field by the factor: above 1 the drawing comes closer. A factor that isn't positive does nothing.
     virtual void zoom(double factor) = 0;
 
-    /// Only k2DOptimized and kWireframe are done. The others are remembered and drawn as wireframe.
+    /// k2DOptimized, kWireframe and kLastRenderMode show edges, and what is drawn last lies on top. The others remove
+    /// what is hidden: kHiddenLine shows surfaces in the background's colour, the shaded ones in their own, by a light
+    /// over the viewer's left shoulder; edges of surfaces are seen in kHiddenLine and where the name says so.
     virtual void setMode(RenderMode mode) = 0;
     virtual RenderMode mode() const = 0;
 
@@ -75,6 +80,20 @@ public:
     virtual bool add(const AcDbBlockTableRecord* record, AcGsModel* model) = 0;
     virtual bool erase(AcGiDrawable* drawable) = 0;
     virtual void eraseAll() = 0;
+
+    /// The entity of the records shown that is drawn last within `reach` pixels of a pixel, sideways and up or down.
+    /// Null: none is there.
+    virtual AcDbObjectId entityAt(const AcGsDCPoint& at, int reach) = 0;
+    /// Appends the entities that a rectangle touches, or those that lie wholly inside, in the order of drawing.
+    virtual void entitiesIn(const AcGsDCRect& rectangle, bool touching, std::vector<AcDbObjectId>& found) = 0;
+    /// Shows these entities dashed over the picture, in place of those highlighted before. The picture isn't stale by
+    /// that: the device's next update shows it. An id that isn't in the records shown does nothing.
+    virtual void highlight(std::span<const AcDbObjectId> entities) = 0;
+
+    /// While the user drags, pictures come quickly and leave out a part of what is shown if all would take too long.
+    /// Ending it marks such a picture stale.
+    virtual void setInteractive(bool interactive) = 0;
+    virtual bool isInteractive() const = 0;
 
     /// Marks the picture stale.
     virtual void invalidate() = 0;

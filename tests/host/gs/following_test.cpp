@@ -1,0 +1,111 @@
+// Pictures after changes are those that would be drawn from the beginning.
+#include "host/gs/gs_fixture.h"
+
+#include <random>
+
+namespace {
+
+class FollowingTest : public GsTest {
+protected:
+    /// What a view shows that has never seen the drawing before, and looks for nothing.
+    vndk::win32::Picture afresh() {
+        AcGsDevice* const otherDevice = manager.createAutoCADOffScreenDevice();
+        AcGsModel* const otherModel = manager.createAutoCADModel();
+        AcGsView* const other = manager.getGSClassFactory()->createView();
+        otherDevice->onSize(kSide, kSide);
+        otherDevice->add(other);
+        other->setView(view->position(), view->target(), view->upVector(), view->fieldWidth(), view->fieldHeight());
+        other->setInteractive(true);
+        {
+            const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId());
+            other->add(space.object(), otherModel);
+        }
+        other->update();
+        vndk::win32::Picture picture = otherDevice->picture();
+        manager.getGSClassFactory()->deleteView(other);
+        manager.destroyAutoCADModel(otherModel);
+        manager.destroyAutoCADDevice(otherDevice);
+        return picture;
+    }
+    std::unique_ptr<AcDbLine> anyLine() {
+        auto line = std::make_unique<AcDbLine>(anywhere(), anywhere());
+        line->setColorIndex(static_cast<short>(1 + random() % 6));
+        return line;
+    }
+    AcGePoint3d anywhere() {
+        std::uniform_real_distribution place(0.0, 300.0);
+        return {place(random), place(random), place(random)};
+    }
+    std::mt19937 random{11};
+};
+
+} // namespace
+
+TEST_F(FollowingTest, ManyChangesOneByOne) {
+    const AcDbObjectId block = newBlock("part");
+    append(lineInRow(10), block);
+    std::vector<AcDbObjectId> ids;
+    for (int i = 0; i < 500; ++i)
+        ids.push_back(append(anyLine()));
+    view->setView({150, 150, 1}, {150, 150, 0}, AcGeVector3d::kYAxis, 60, 60);
+    draw();
+    for (int round = 0; round < 40; ++round) {
+        for (unsigned i = random() % 60; i > 0; --i) {
+            const AcDbObjectId id = ids[random() % ids.size()];
+            switch (random() % 6) {
+            case 0:
+                ids.push_back(append(anyLine()));
+                break;
+            case 1:
+                ids.push_back(append(std::make_unique<AcDbBlockReference>(anywhere(), block)));
+                break;
+            case 2: {
+                const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite, true);
+                entity->erase(!entity->isErased());
+                break;
+            }
+            case 3:
+                append(lineInRow(static_cast<int>(random() % 20)), block);
+                break;
+            default:
+                if (const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite); entity)
+                    entity->transformBy(AcGeMatrix3d::translation(anywhere() - anywhere()));
+            }
+        }
+        view->orbit(0.1, round % 7 * 0.05);
+        draw();
+        ASSERT_TRUE(vndk::win32::comparePictures(afresh(), device->picture()).same()) << "round " << round;
+    }
+}
+
+TEST_F(FollowingTest, ABlockOpenForWriteIsDrawnWhenItIsClosed) {
+    append(lineInRow(10));
+    {
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
+        view->add(space.object(), model);
+        view->update();
+        EXPECT_EQ(count(kRed), 0);
+    }
+    view->update();
+    EXPECT_EQ(count(kRed), kSide);
+}
+
+TEST_F(FollowingTest, HeaderVariablesCountAtTheNextPicture) {
+    const AcDbObjectId block = newBlock("part");
+    append(lineInRow(70), block);
+    const AcDbObjectId id = append(std::make_unique<AcDbBlockReference>(AcGePoint3d(), block));
+    for (const bool hidden : {false, true}) {
+        auto* const attribute = new AcDbAttribute(AcGePoint3d(10, hidden ? 40 : 10, 0), "HHH", "TAG");
+        attribute->setHeight(20);
+        attribute->setColorIndex(hidden ? 3 : 1);
+        attribute->setInvisible(hidden);
+        AcDbObjectPointer<AcDbBlockReference>(id, AcDb::kForWrite)->appendAttribute(attribute);
+        attribute->close();
+    }
+    for (const int16_t mode : {1, 0, 2, 1}) {
+        database.changeHeader("ATTMODE", [mode](auto& header) { header.ATTMODE = mode; });
+        draw();
+        EXPECT_EQ(count(kRed, 0, 0, 99, 35) > 50, mode > 0) << mode;
+        EXPECT_EQ(count(kGreen) > 50, mode == 2) << mode;
+    }
+}
