@@ -1,5 +1,6 @@
 #include "mfc/frame.h"
 
+#include "mfc/dock_bar.h"
 #include "mfc/menu.h"
 #include "mfc/message_map.h"
 #include "mfc/module_state.h"
@@ -12,12 +13,19 @@ IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
 
 BEGIN_MESSAGE_MAP(CFrameWnd, CWnd)
 ON_WM_INITMENUPOPUP()
+ON_WM_SIZE()
+ON_WM_ACTIVATE()
 ON_WM_CLOSE()
+ON_MESSAGE(WM_IDLEUPDATECMDUI, &CFrameWnd::OnIdleUpdateCmdUI)
 END_MESSAGE_MAP()
 
 const CRect CFrameWnd::rectDefault(CW_USEDEFAULT, CW_USEDEFAULT, 0, 0);
 
+CFrameWnd::CFrameWnd() = default;
+
 CFrameWnd::~CFrameWnd() {
+    for (CControlBar* bar : m_controlBars)
+        bar->m_pDockSite = nullptr;
     if (m_hAccelTable != nullptr)
         DestroyAcceleratorTable(m_hAccelTable);
 }
@@ -72,6 +80,12 @@ void CFrameWnd::OnInitMenuPopup(CMenu* menu, UINT, BOOL systemMenu) {
         if (state.m_nID != 0 && state.m_nID != popup)
             state.DoUpdate(this, m_bAutoMenuEnable != FALSE && state.m_nID < 0xF000);
     }
+}
+
+void CFrameWnd::OnSize(UINT type, int width, int height) {
+    CWnd::OnSize(type, width, height);
+    if (type != SIZE_MINIMIZED)
+        RecalcLayout();
 }
 
 void CFrameWnd::OnClose() {

@@ -46,7 +46,7 @@ bool isLocked(const PaintingState& painting, const Window& window) {
 }
 
 Region paintable(PaintingState& painting, const Window& window, const HandedContext& context) {
-    if (isLocked(painting, window)) {
+    if ((context.flags & DCX_LOCKWINDOWUPDATE) == 0 && isLocked(painting, window)) {
         painting.lockedPainted = true;
         return {};
     }

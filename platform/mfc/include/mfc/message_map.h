@@ -191,6 +191,12 @@ BOOL numberAndPointer(CCmdTarget* t, const AFX_CALL& c) {
 }
 
 template <auto H>
+BOOL flagAndPointer(CCmdTarget* t, const AFX_CALL& c) {
+    return answer<H>(t, c, static_cast<BOOL>(c.wParam),
+                     reinterpret_cast<typename SecondOf<decltype(H)>::Type>(c.lParam));
+}
+
+template <auto H>
 BOOL command(CCmdTarget* t, const AFX_CALL& c) {
     return answer<H>(t, c);
 }
@@ -327,6 +333,8 @@ BOOL extendedReflectedCommand(CCmdTarget* t, const AFX_CALL& c) {
 #define ON_WM_NCPAINT() AFX_WM_ENTRY(WM_NCPAINT, plain, OnNcPaint)
 #define ON_WM_NCHITTEST() AFX_WM_ENTRY(WM_NCHITTEST, hitTest, OnNcHitTest)
 #define ON_WM_NCLBUTTONDOWN() AFX_WM_ENTRY(WM_NCLBUTTONDOWN, mouse, OnNcLButtonDown)
+#define ON_WM_NCLBUTTONDBLCLK() AFX_WM_ENTRY(WM_NCLBUTTONDBLCLK, mouse, OnNcLButtonDblClk)
+#define ON_WM_NCCALCSIZE() AFX_WM_ENTRY(WM_NCCALCSIZE, flagAndPointer, OnNcCalcSize)
 #define ON_WM_WINDOWPOSCHANGING() AFX_WM_ENTRY(WM_WINDOWPOSCHANGING, pointer, OnWindowPosChanging)
 #define ON_WM_WINDOWPOSCHANGED() AFX_WM_ENTRY(WM_WINDOWPOSCHANGED, pointer, OnWindowPosChanged)
 #define ON_WM_GETMINMAXINFO() AFX_WM_ENTRY(WM_GETMINMAXINFO, pointer, OnGetMinMaxInfo)

@@ -22,7 +22,8 @@ class CFont;
 class CFrameWnd;
 class CMenu;
 
-constexpr UINT WM_KICKIDLE = 0x036A; // sent by modal loops when they are idle
+constexpr UINT WM_SIZEPARENT = 0x0361; // lParam: AFX_SIZEPARENTPARAMS; a bar takes its room
+constexpr UINT WM_KICKIDLE = 0x036A;   // sent by modal loops when they are idle
 constexpr UINT WM_INITIALUPDATE = 0x0364;
 constexpr UINT WM_IDLEUPDATECMDUI = 0x0363; // wParam: disable what has no handler
 
@@ -30,6 +31,17 @@ constexpr UINT WM_IDLEUPDATECMDUI = 0x0363; // wParam: disable what has no handl
 constexpr DWORD MLF_NOIDLEMSG = 1;
 constexpr DWORD MLF_NOKICKIDLE = 2;
 constexpr DWORD MLF_SHOWONIDLE = 4;
+
+// CWnd::RepositionBars.
+constexpr UINT reposDefault = 0;
+constexpr UINT reposQuery = 1; // only measures what is left
+
+/// A parent's client area while its bars take their room from it, one after the other.
+struct AFX_SIZEPARENTPARAMS {
+    HDWP hDWP = nullptr; ///< where bars note their places; null while only measuring
+    RECT rect{};         ///< what is left
+    BOOL bStretch = TRUE;
+};
 
 class CWnd : public CCmdTarget {
     DECLARE_DYNAMIC(CWnd)
@@ -129,6 +141,10 @@ public:
     void ScreenToClient(LPPOINT point) const { ::ScreenToClient(m_hWnd, point); }
     void ScreenToClient(LPRECT rect) const { ::MapWindowPoints(nullptr, m_hWnd, reinterpret_cast<LPPOINT>(rect), 2); }
     void MapWindowPoints(CWnd* to, LPRECT rect) const;
+    /// Lets the children whose ids are in the range take their room from the client area (WM_SIZEPARENT) and gives what
+    /// is left to `leftOver`. With reposQuery nothing moves, and `result` gets what would be left.
+    void RepositionBars(UINT first, UINT last, UINT leftOver, UINT flag = reposDefault, LPRECT result = nullptr,
+                        BOOL stretch = TRUE);
     virtual void CalcWindowRect(LPRECT clientRect, UINT adjustType = 0);
 
     // Painting.
@@ -253,6 +269,8 @@ protected:
     void OnNcPaint() { Default(); }
     LRESULT OnNcHitTest(CPoint) { return Default(); }
     void OnNcLButtonDown(UINT, CPoint) { Default(); }
+    void OnNcLButtonDblClk(UINT, CPoint) { Default(); }
+    void OnNcCalcSize(BOOL, NCCALCSIZE_PARAMS*) { Default(); }
     void OnWindowPosChanging(WINDOWPOS*) { Default(); }
     void OnWindowPosChanged(WINDOWPOS*) { Default(); }
     void OnGetMinMaxInfo(MINMAXINFO*) { Default(); }

@@ -26,6 +26,7 @@ constexpr DWORD DCX_CLIPSIBLINGS = 0x00000010;
 constexpr DWORD DCX_PARENTCLIP = 0x00000020;
 constexpr DWORD DCX_EXCLUDERGN = 0x00000040;
 constexpr DWORD DCX_INTERSECTRGN = 0x00000080;
+constexpr DWORD DCX_LOCKWINDOWUPDATE = 0x00000400; // paints although LockWindowUpdate holds the window
 constexpr DWORD DCX_USESTYLE = 0x00010000;
 HDC GetDCEx(HWND window, HRGN clip, DWORD flags);
 int ReleaseDC(HWND window, HDC dc);

@@ -9,6 +9,7 @@
 #include "win32/files.h"
 #include "win32/fonts.h"
 #include "win32/gdi.h"
+#include "win32/guid.h"
 #include "win32/icons.h"
 #include "win32/input.h"
 #include "win32/loader.h"
