@@ -24,6 +24,18 @@ Acad::ErrorStatus AcDbBlockTableRecord::setComments(const char* text) {
     return status;
 }
 
+Acad::ErrorStatus AcDbBlockTableRecord::getPreviewIcon(PreviewIcon& icon) const {
+    icon.assign(data_.previewIcon.begin(), data_.previewIcon.end());
+    return hasPreviewIcon() ? Acad::eOk : Acad::eNotApplicable;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setPreviewIcon(const PreviewIcon& icon) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk)
+        data_.previewIcon.assign(icon.begin(), icon.end());
+    return status;
+}
+
 bool AcDbBlockTableRecord::isLayout() const {
     // Model space and every paper space; their names alone begin so.
     const std::string folded = acdbFoldName(name());

@@ -21,6 +21,14 @@ public:
     const std::string& pathName() const { return data_.xrefPath; }
     const std::string& comments() const { return data_.description; }
     Acad::ErrorStatus setComments(const char* text);
+    /// The picture that lists of blocks show: a device-independent bitmap without file header, its bytes as they stand
+    /// in the file. Nobody has checked them.
+    using PreviewIcon = std::vector<uint8_t>;
+    bool hasPreviewIcon() const { return !data_.previewIcon.empty(); }
+    /// eNotApplicable: there is none.
+    Acad::ErrorStatus getPreviewIcon(PreviewIcon& icon) const;
+    /// An empty one takes the picture away. eNotOpenForWrite.
+    Acad::ErrorStatus setPreviewIcon(const PreviewIcon& icon);
     AcDbObjectId getLayoutId() const { return data_.layout; }
     /// True if an attribute definition that isn't erased is among the entities.
     bool hasAttributeDefinitions() const;
