@@ -20,6 +20,9 @@ CHandleMap<CDC, HDC>& handleMap() {
 
 HWND handleOf(CWnd* window) { return window != nullptr ? window->m_hWnd : nullptr; }
 
+/// A temporary object doesn't own its handle.
+void letGo(CDC& temporary) { temporary.m_hDC = nullptr; }
+
 } // namespace
 
 CDC::~CDC() {
@@ -31,7 +34,7 @@ BOOL CDC::Attach(HDC dc) {
     if (dc == nullptr || m_hDC != nullptr)
         return FALSE;
     m_hDC = dc;
-    handleMap().SetPermanent(dc, this);
+    handleMap().SetPermanent(dc, this, letGo);
     return TRUE;
 }
 
@@ -53,9 +56,7 @@ CDC* CDC::FromHandle(HDC dc) {
     });
 }
 
-void CDC::DeleteTempMap() {
-    handleMap().DeleteTemp([](CDC& dc) { dc.m_hDC = nullptr; });
-}
+void CDC::DeleteTempMap() { handleMap().DeleteTemp(letGo); }
 
 CWnd* CDC::GetWindow() const { return CWnd::FromHandle(::WindowFromDC(m_hDC)); }
 

@@ -36,7 +36,7 @@ int systemFlags(UINT openFlags) {
     return flags;
 }
 
-/// The descriptor, or -1 with the platform's error code in `problem`. A folder isn't a file.
+/// The descriptor, or -1 with the platform's error code in `problem`. A folder or a pipe isn't a file.
 int openPath(LPCSTR fileName, UINT openFlags, LONG& problem) {
     if (fileName == nullptr) {
         problem = static_cast<LONG>(ERROR_INVALID_NAME);
@@ -48,9 +48,10 @@ int openPath(LPCSTR fileName, UINT openFlags, LONG& problem) {
         return CFile::hFileNull;
     }
     const int flags = systemFlags(openFlags);
-    const int file = (flags & O_CREAT) != 0 ? createFile(*path, flags, 0666) : open(path->c_str(), flags);
+    // A pipe without a writer would keep its reader waiting for ever.
+    const int file = (flags & O_CREAT) != 0 ? createFile(*path, flags, 0666) : open(path->c_str(), flags | O_NONBLOCK);
     struct stat status {};
-    if (file >= 0 && fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) {
+    if (file >= 0 && fstat(file, &status) == 0 && (S_ISDIR(status.st_mode) || S_ISFIFO(status.st_mode))) {
         close(file);
         problem = static_cast<LONG>(ERROR_ACCESS_DENIED);
         return CFile::hFileNull;

@@ -23,13 +23,16 @@ CHandleMap<CGdiObject, HGDIOBJ>& handleMap() {
     return map;
 }
 
+/// A temporary object doesn't own its handle.
+void letGo(CGdiObject& temporary) { temporary.m_hObject = nullptr; }
+
 } // namespace
 
 BOOL CGdiObject::Attach(HGDIOBJ object) {
     if (object == nullptr || m_hObject != nullptr)
         return FALSE;
     m_hObject = object;
-    handleMap().SetPermanent(object, this);
+    handleMap().SetPermanent(object, this, letGo);
     return TRUE;
 }
 
@@ -50,17 +53,21 @@ CGdiObject* CGdiObject::Permanent(HGDIOBJ handle) { return handleMap().Permanent
 
 template <typename T>
 T* CGdiObject::TemporaryFor(HGDIOBJ handle) {
-    CGdiObject* object = handleMap().FromHandle(handle, [](HGDIOBJ made) -> std::unique_ptr<CGdiObject> {
+    const auto make = [](HGDIOBJ made) -> std::unique_ptr<CGdiObject> {
         auto temporary = std::make_unique<T>();
         temporary->m_hObject = made;
         return temporary;
-    });
+    };
+    CGdiObject* object = handleMap().FromHandle(handle, make);
+    if (object != nullptr && dynamic_cast<T*>(object) == nullptr && object != Permanent(handle)) {
+        // Left of an object of another kind that had this handle before.
+        handleMap().ForgetTemp(handle, letGo);
+        object = handleMap().FromHandle(handle, make);
+    }
     return static_cast<T*>(object);
 }
 
-void CGdiObject::DeleteTempMap() {
-    handleMap().DeleteTemp([](CGdiObject& object) { object.m_hObject = nullptr; });
-}
+void CGdiObject::DeleteTempMap() { handleMap().DeleteTemp(letGo); }
 
 CPen* CPen::FromHandle(HPEN pen) { return TemporaryFor<CPen>(pen); }
 CBrush* CBrush::FromHandle(HBRUSH brush) { return TemporaryFor<CBrush>(brush); }

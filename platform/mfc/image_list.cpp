@@ -14,13 +14,16 @@ CHandleMap<CImageList, HIMAGELIST>& handleMap() {
     return map;
 }
 
+/// A temporary object doesn't own its handle.
+void letGo(CImageList& temporary) { temporary.m_hImageList = nullptr; }
+
 } // namespace
 
 BOOL CImageList::Attach(HIMAGELIST list) {
     if (list == nullptr || m_hImageList != nullptr)
         return FALSE;
     m_hImageList = list;
-    handleMap().SetPermanent(list, this);
+    handleMap().SetPermanent(list, this, letGo);
     return TRUE;
 }
 
@@ -47,9 +50,7 @@ CImageList* CImageList::FromHandle(HIMAGELIST list) {
     });
 }
 
-void CImageList::DeleteTempMap() {
-    handleMap().DeleteTemp([](CImageList& list) { list.m_hImageList = nullptr; });
-}
+void CImageList::DeleteTempMap() { handleMap().DeleteTemp(letGo); }
 
 int CImageList::Add(CBitmap* image, CBitmap* mask) {
     return ::ImageList_Add(m_hImageList, *image, mask != nullptr ? HBITMAP(*mask) : nullptr);

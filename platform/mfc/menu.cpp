@@ -14,13 +14,16 @@ CHandleMap<CMenu, HMENU>& handleMap() {
     return map;
 }
 
+/// A temporary object doesn't own its handle.
+void letGo(CMenu& temporary) { temporary.m_hMenu = nullptr; }
+
 } // namespace
 
 BOOL CMenu::Attach(HMENU menu) {
     if (menu == nullptr || m_hMenu != nullptr)
         return FALSE;
     m_hMenu = menu;
-    handleMap().SetPermanent(menu, this);
+    handleMap().SetPermanent(menu, this, letGo);
     return TRUE;
 }
 
@@ -49,9 +52,7 @@ CMenu* CMenu::FromHandle(HMENU menu) {
 
 CMenu* CMenu::FromHandlePermanent(HMENU menu) { return handleMap().Permanent(menu); }
 
-void CMenu::DeleteTempMap() {
-    handleMap().DeleteTemp([](CMenu& menu) { menu.m_hMenu = nullptr; });
-}
+void CMenu::DeleteTempMap() { handleMap().DeleteTemp(letGo); }
 
 int CMenu::GetMenuString(UINT id, CString& text, UINT flags) const {
     const int length = ::GetMenuStringA(m_hMenu, id, nullptr, 0, flags);

@@ -43,6 +43,8 @@ BOOL step(Search& search, WIN32_FIND_DATAA& data) {
         struct stat facts {};
         if (stat((search.folder + "/" + name).c_str(), &facts) != 0)
             continue; // Gone since the search began, or a link to nowhere.
+        if (!S_ISREG(facts.st_mode) && !S_ISDIR(facts.st_mode))
+            continue; // Pipes, sockets and devices are no files to the platform, and to open one may take for ever.
         data = {};
         data.dwFileAttributes = attributesOf(facts, name);
         data.ftCreationTime = data.ftLastWriteTime = fileTime(facts.st_mtim);

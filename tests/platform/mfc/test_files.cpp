@@ -50,6 +50,13 @@ TEST(File, WritesReadsAndSeeks) {
     EXPECT_EQ(again.GetLength(), 0) << "an earlier file is emptied";
 }
 
+TEST(File, DoesNotWaitForAPipe) {
+    const TempFolder folder;
+    const std::string path = folder / "pipe";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_EQ(causeOf([&] { CFile(path.c_str(), CFile::modeRead); }), CFileException::accessDenied);
+}
+
 // What others may have put into a folder that is everybody's, and what of it may be overwritten.
 TEST(File, MakesNoFileThroughATrapInASharedFolder) {
     const TempFolder folder;

@@ -194,6 +194,24 @@ public:
     void PostNcDestroy() override { delete this; }
 };
 
+// Handles come into use again after a while, and temporary objects of their former owners are still there.
+TEST_F(FrameworkTest, KeepsObjectsApartWhoseHandleWasAnothersBefore) {
+    for (int round = 0; round < 300; ++round) {
+        const HBITMAP bitmap = ::CreateBitmap(2, 2, 1, 32, nullptr);
+        CBitmap::FromHandle(bitmap);
+        ::DeleteObject(bitmap);
+        CPen pen(PS_SOLID, 1, RGB(255, 0, 0));
+        LOGPEN shape{};
+        ASSERT_NE(::GetObjectA(pen, sizeof shape, &shape), 0) << "the pen lives, round " << round;
+        ASSERT_NE(dynamic_cast<CPen*>(CPen::FromHandle(pen)), nullptr);
+        pen.DeleteObject();
+        const HBRUSH brush = ::CreateSolidBrush(RGB(0, 0, 255));
+        ASSERT_NE(dynamic_cast<CBrush*>(CBrush::FromHandle(brush)), nullptr) << round;
+        ::DeleteObject(brush);
+    }
+    CGdiObject::DeleteTempMap();
+}
+
 TEST_F(FrameworkTest, LetsHeapObjectsEndWithTheirWindow) {
     auto* const window = new SelfDeleting;
     make(*window);

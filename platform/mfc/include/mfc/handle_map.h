@@ -24,9 +24,19 @@ public:
             temporary = make(handle);
         return temporary.get();
     }
-    void SetPermanent(Handle handle, Object* object) {
-        m_temporary.erase(handle);
+    /// `release` as in DeleteTemp: a temporary object may be left of a handle that has come into use again.
+    template <typename Release>
+    void SetPermanent(Handle handle, Object* object, Release release) {
+        ForgetTemp(handle, release);
         m_permanent[handle] = object;
+    }
+    template <typename Release>
+    void ForgetTemp(Handle handle, Release release) {
+        const auto found = m_temporary.find(handle);
+        if (found == m_temporary.end())
+            return;
+        release(*found->second);
+        m_temporary.erase(found);
     }
     void Remove(Handle handle) { m_permanent.erase(handle); }
     /// `release` takes the handle out of each temporary object, which doesn't own it.

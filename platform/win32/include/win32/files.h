@@ -1,7 +1,8 @@
 // Files and folders: search by mask, attributes, making, moving, deleting, drives, the temporary folder.
 //
 // Paths are taken in both forms (see win32/drive_map.h) and answered with drive letters. Names that the platform
-// couldn't hold are hidden from searches, so no name found ever carries a double quote.
+// couldn't hold are hidden from searches, so no name found ever carries a double quote; so is what is neither a file
+// nor a folder.
 #pragma once
 
 #include "win32/types.h"
