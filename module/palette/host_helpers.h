@@ -19,3 +19,6 @@ void SendInsertion(const char* pszFunction, const CString& strTarget, const doub
 /// Opens the drawing for writing, as a document of its own. The document's object, with a reference that is the
 /// caller's; null without a program. Throws what COleDispatchDriver::InvokeHelper throws.
 LPDISPATCH OpenDrawing(const char* path);
+
+/// Asks for a point and attaches the drawing there, under its file's name without ".dwg".
+void AttachXref(CString strPath, CString strFileName);
