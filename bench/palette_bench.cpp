@@ -1,12 +1,12 @@
 // The list of drawings over folders of 10,000 and 100,000: filled, scrolled with its thumbnails, and how quickly and
 // how frugally those are read. The list's sources are built into this program; the loaded library lends its resources.
+#include "../tests/module/previews/thumbnail_file.h"
+#include "../tests/platform/temp_folder.h"
 #include "ed/host.h"
 #include "frame/module.h"
 #include "limits.h"
 #include "mfc/afx.h"
-#include "module/previews/thumbnail_file.h"
 #include "palette/dwg_list_box.h"
-#include "platform/temp_folder.h"
 #include "previews/dwg_thumbnail.h"
 #include "processor_time.h"
 #include "screen/memory.h"

@@ -1,8 +1,8 @@
 // Any bytes as a drawing's file whose thumbnail is read and painted; and any bytes as the picture in a sound file.
 #include "previews/dwg_thumbnail.h"
 
-#include "module/previews/thumbnail_file.h"
-#include "platform/temp_folder.h"
+#include "../tests/module/previews/thumbnail_file.h"
+#include "../tests/platform/temp_folder.h"
 #include "screen/memory.h"
 #include "win32/desktop.h"
 
