@@ -1,5 +1,6 @@
 #include "db/plane_math.h"
 #include "gi/entity_drawing_parts.h"
+#include "gi/face_collector.h"
 
 #include <algorithm>
 #include <array>
@@ -9,23 +10,45 @@ namespace vndk::gi {
 namespace {
 
 constexpr double kTurn = 2 * kAcGePi;
-constexpr int kStepsOfSpan = 16; // of a spline, between two knots or points
+constexpr double kStepOfWall = kAcGePi / 32; // along a round wall
+constexpr int kStepsOfSpan = 16;             // of a spline, between two knots or points
+
+/// A circle is closed at both ends.
+void drawRoundWall(const AcGePoint3d& middle, const AcGeVector3d& x, const AcGeVector3d& y, double start, double sweep,
+                   const AcGeVector3d& up, AcGiGeometry& geometry) {
+    FaceCollector faces;
+    std::vector<AcGePoint3d> foot;
+    const int steps = std::max(2, static_cast<int>(std::ceil(sweep / kStepOfWall)));
+    for (int i = 0; i <= steps; ++i) {
+        const double angle = start + sweep * i / steps;
+        foot.push_back(middle + x * std::cos(angle) + y * std::sin(angle));
+    }
+    faces.wall(foot, up);
+    if (sweep >= kTurn) {
+        faces.fan(foot);
+        for (AcGePoint3d& p : foot)
+            p += up;
+        faces.fan(foot);
+    }
+    faces.draw(geometry);
+}
 
 /// A round piece in the plane of a normal, at its foot and, with a thickness, at its top with the walls' ends between.
 void drawRound(const AcGePoint3d& center, double radius, const AcGeVector3d& normal, double start, double sweep,
                double thickness, AcGiGeometry& geometry) {
     const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal);
-    const AcGePoint3d foot = toWorld * center;
+    const AcGePoint3d middle = toWorld * center;
     const AcGeVector3d x = toWorld.xAxis() * radius, y = toWorld.yAxis() * radius;
-    geometry.ellipArc(foot, x, y, start, sweep);
+    geometry.ellipArc(middle, x, y, start, sweep);
     if (thickness == 0)
         return;
     const AcGeVector3d up = extrusion(thickness, normal);
-    geometry.ellipArc(foot + up, x, y, start, sweep);
+    geometry.ellipArc(middle + up, x, y, start, sweep);
     for (const double angle : {start, start + sweep}) {
-        const AcGePoint3d end = foot + x * std::cos(angle) + y * std::sin(angle);
+        const AcGePoint3d end = middle + x * std::cos(angle) + y * std::sin(angle);
         geometry.polyline(std::array{end, end + up});
     }
+    drawRoundWall(middle, x, y, start, sweep, up, geometry);
 }
 
 /// A point of a rational curve: coordinates times weight, and the weight.
@@ -116,6 +139,9 @@ void drawLine(const AcDbEntity& entity, AcGiGeometry& geometry) {
         return;
     const AcGeVector3d up = extrusion(data.thickness, data.normal);
     geometry.polyline(std::array{data.start, data.start + up, data.end + up, data.end});
+    FaceCollector faces;
+    faces.wall(std::array{data.start, data.end}, up);
+    faces.draw(geometry);
 }
 
 void drawCircle(const AcDbEntity& entity, AcGiGeometry& geometry) {

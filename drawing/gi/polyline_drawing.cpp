@@ -2,6 +2,7 @@
 #include "db/open.h"
 #include "db/plane_math.h"
 #include "gi/entity_drawing_parts.h"
+#include "gi/face_collector.h"
 
 #include <algorithm>
 #include <array>
@@ -53,6 +54,19 @@ Along divided(const AcGePoint2d& a, const AcGePoint2d& b, double bulge) {
     return along;
 }
 
+/// The walls and the top of a piece with a width.
+void raise(const std::vector<AcGePoint3d>& left, const std::vector<AcGePoint3d>& right, const AcGeVector3d& up,
+           AcGiGeometry& geometry) {
+    FaceCollector faces;
+    faces.wall(left, up);
+    faces.wall(right, up);
+    faces.wall(std::array{left.front(), right.front()}, up);
+    faces.wall(std::array{left.back(), right.back()}, up);
+    for (size_t i = 0; i + 1 < left.size(); ++i)
+        faces.fan(std::array{left[i] + up, right[i] + up, right[i + 1] + up, left[i + 1] + up});
+    faces.draw(geometry);
+}
+
 /// A piece with a width: the area between its two edges.
 void drawWide(const PlaneCurve& curve, const Vertex& from, const AcGePoint2d& to, AcGiGeometry& geometry) {
     const Along along = divided(from.point, to, from.bulge);
@@ -64,6 +78,8 @@ void drawWide(const PlaneCurve& curve, const Vertex& from, const AcGePoint2d& to
         left.push_back(curve.world(along.points[i] + along.sides[i] * half));
         right.push_back(curve.world(along.points[i] + along.sides[i] * -half));
     }
+    if (!curve.up.isZeroLength())
+        raise(left, right, curve.up, geometry);
     left.insert(left.end(), right.rbegin(), right.rend());
     geometry.polygon(left);
 }
@@ -102,6 +118,22 @@ void drawThin(const PlaneCurve& curve, const AcGeVector3d& up, AcGiGeometry& geo
     finish();
 }
 
+void drawThinWalls(const PlaneCurve& curve, AcGiGeometry& geometry) {
+    FaceCollector faces;
+    std::vector<AcGePoint3d> foot;
+    for (size_t i = 0; i < curve.pieces(); ++i) {
+        const Vertex& from = curve.vertices[i];
+        const AcGePoint2d to = curve.vertices[(i + 1) % curve.vertices.size()].point;
+        if (from.startWidth > 0 || from.endWidth > 0 || from.point.distanceTo(to) == 0)
+            continue;
+        foot.clear();
+        for (const AcGePoint2d& p : divided(from.point, to, from.bulge).points)
+            foot.push_back(curve.world(p));
+        faces.wall(foot, curve.up);
+    }
+    faces.draw(geometry);
+}
+
 void drawCurve(const PlaneCurve& curve, AcGiGeometry& geometry) {
     for (size_t i = 0; i < curve.pieces(); ++i) {
         const Vertex& from = curve.vertices[i];
@@ -113,6 +145,7 @@ void drawCurve(const PlaneCurve& curve, AcGiGeometry& geometry) {
     if (curve.up.isZeroLength())
         return;
     drawThin(curve, curve.up, geometry);
+    drawThinWalls(curve, geometry);
     for (const Vertex& vertex : curve.vertices)
         geometry.polyline(std::array{curve.world(vertex.point), curve.world(vertex.point) + curve.up});
 }
@@ -130,26 +163,53 @@ std::vector<AcGePoint3d> drawnPoints(const AcDbVertexOwner& owner) {
     return points;
 }
 
-/// The edges of a face from corner to corner, those left out that a bit says.
-void drawEdges(std::span<const AcGePoint3d> corners, unsigned invisible, AcGiGeometry& geometry) {
-    for (size_t i = 0; i < corners.size(); ++i)
-        if (!(invisible >> i & 1))
-            geometry.polyline(std::array{corners[i], corners[(i + 1) % corners.size()]});
-}
-
-void drawFaceRecord(const AcDbFaceRecord& record, const std::vector<AcGePoint3d>& points, AcGiGeometry& geometry) {
-    std::vector<AcGePoint3d> corners;
-    unsigned invisible = 0;
+/// A face of three or four corners by their numbers, which begin with 1; an edge before a number below 0 is hidden.
+void addFaceRecord(const AcDbFaceRecord& record, FaceCollector& faces) {
+    std::vector<uint32_t> corners;
+    unsigned visible = 0;
     for (const int16_t number : record.data().vertices) {
         const size_t vertex = static_cast<size_t>(std::abs(int(number)));
         if (vertex == 0)
             break;
-        if (vertex > points.size())
+        if (vertex > faces.points().size())
             return;
-        invisible |= number < 0 ? 1U << corners.size() : 0U;
-        corners.push_back(points[vertex - 1]);
+        visible |= number > 0 ? 1U << corners.size() : 0U;
+        corners.push_back(static_cast<uint32_t>(vertex - 1));
     }
-    drawEdges(corners, invisible, geometry);
+    if (corners.size() == 4)
+        faces.quad(corners[0], corners[1], corners[2], corners[3], visible);
+    else if (corners.size() == 3)
+        faces.triangle(corners[0], corners[1], corners[2], visible);
+    else if (corners.size() == 2)
+        faces.triangle(corners[0], corners[1], corners[1], visible & 1);
+}
+
+/// The points of a mesh, in rows, and what is closed of it.
+struct Grid {
+    std::vector<AcGePoint3d> points;
+    size_t rows = 0, columns = 0;
+    bool rowsClosed = false, columnsClosed = false; // the last one meets the first one
+};
+
+/// Faces between neighbours. A side between two faces is drawn with one of them.
+void drawGrid(const Grid& grid, AcGiGeometry& geometry) {
+    enum { kFirst = 1, kSecond = 2, kThird = 4, kFourth = 8 };
+    FaceCollector faces;
+    for (const AcGePoint3d& p : grid.points)
+        faces.point(p);
+    const size_t down = grid.rowsClosed ? grid.rows : grid.rows - 1;
+    const size_t across = grid.columnsClosed ? grid.columns : grid.columns - 1;
+    const auto number = [&](size_t i, size_t j) {
+        return static_cast<uint32_t>(i % grid.rows * grid.columns + j % grid.columns);
+    };
+    for (size_t i = 0; i < down; ++i)
+        for (size_t j = 0; j < across; ++j) {
+            const unsigned right = !grid.columnsClosed && j + 1 == across ? kSecond : 0;
+            const unsigned low = !grid.rowsClosed && i + 1 == down ? kThird : 0;
+            faces.quad(number(i, j), number(i, j + 1), number(i + 1, j + 1), number(i + 1, j),
+                       kFirst | kFourth | right | low);
+        }
+    faces.draw(geometry);
 }
 
 } // namespace
@@ -199,32 +259,19 @@ void drawPolygonMesh(const AcDbEntity& entity, AcGiGeometry& geometry) {
     const std::vector<AcGePoint3d> points = drawnPoints(mesh);
     if (points.empty() || points.size() != m * n)
         return;
-    std::vector<AcGePoint3d> line;
-    for (size_t i = 0; i < m; ++i) {
-        line.assign(points.begin() + static_cast<ptrdiff_t>(i * n), points.begin() + static_cast<ptrdiff_t>(i * n + n));
-        if (data.flag & kClosedInN)
-            line.push_back(line.front());
-        geometry.polyline(line);
-    }
-    for (size_t j = 0; j < n; ++j) {
-        line.clear();
-        for (size_t i = 0; i < m; ++i)
-            line.push_back(points[i * n + j]);
-        if (data.flag & kClosedInM)
-            line.push_back(line.front());
-        geometry.polyline(line);
-    }
+    drawGrid({points, m, n, (data.flag & kClosedInM) != 0, (data.flag & kClosedInN) != 0}, geometry);
 }
 
 void drawPolyFaceMesh(const AcDbEntity& entity, AcGiGeometry& geometry) {
-    std::vector<AcGePoint3d> points;
+    FaceCollector faces;
     for (const AcDbObjectId id : static_cast<const AcDbPolyFaceMesh&>(entity).vertices()) {
         const AcDbObjectPointer<AcDbEntity> part(id);
         if (const auto* const vertex = part ? AcDbPolyFaceMeshVertex::cast(part.object()) : nullptr)
-            points.push_back(vertex->position());
+            faces.point(vertex->position());
         else if (const auto* const face = part ? AcDbFaceRecord::cast(part.object()) : nullptr)
-            drawFaceRecord(*face, points, geometry);
+            addFaceRecord(*face, faces);
     }
+    faces.draw(geometry);
 }
 
 void drawFilledArea(const AcDbEntity& entity, AcGiGeometry& geometry) {
@@ -241,16 +288,27 @@ void drawFilledArea(const AcDbEntity& entity, AcGiGeometry& geometry) {
         const AcGePoint3d &a = corners[i], &b = corners[(i + 1) % corners.size()];
         geometry.polyline(std::array{a, a + up, b + up});
     }
+    FaceCollector faces;
+    for (size_t i = 0; i < corners.size(); ++i)
+        faces.wall(std::array{corners[i], corners[(i + 1) % corners.size()]}, up);
+    for (AcGePoint3d& corner : corners)
+        corner += up;
+    faces.fan(corners);
+    faces.draw(geometry);
 }
 
 void drawFace(const AcDbEntity& entity, AcGiGeometry& geometry) {
     const AcDbFace::Data& data = static_cast<const AcDbFace&>(entity).data();
-    const bool triangle = data.corners[2] == data.corners[3];
-    if (!triangle)
-        return drawEdges(data.corners, data.invisibleEdges, geometry);
-    // The third edge has no length there, and the fourth one closes the triangle.
-    const unsigned invisible = (data.invisibleEdges & 3U) | (data.invisibleEdges >> 1 & 4U);
-    drawEdges(std::span(data.corners).first(3), invisible, geometry);
+    const unsigned visible = ~unsigned{data.invisibleEdges};
+    FaceCollector faces;
+    for (const AcGePoint3d& corner : data.corners)
+        faces.point(corner);
+    // The third edge of a triangle has no length, and the fourth one closes it.
+    if (data.corners[2] == data.corners[3])
+        faces.triangle(0, 1, 2, (visible & 3U) | (visible >> 1 & 4U));
+    else
+        faces.quad(0, 1, 2, 3, visible);
+    faces.draw(geometry);
 }
 
 } // namespace vndk::gi

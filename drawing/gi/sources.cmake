@@ -2,6 +2,7 @@ set(GI_SOURCES
   gi/curve_drawing.cpp
   gi/drawable.cpp
   gi/entity_drawing.cpp
+  gi/face_collector.cpp
   gi/mtext_drawing.cpp
   gi/polyline_drawing.cpp
   gi/text_codes.cpp

@@ -54,7 +54,7 @@ struct AreaShape {
 struct ShellShape {
     uint32_t first = 0, count = 0;
     std::vector<AcGiTriangle> faces;
-    std::vector<AcGeVector3d> normals; // one for each point, or none
+    std::vector<AcGeVector3d> normals; // one for each point, of any length
 };
 
 /// center + major cos u + minor sin u.

@@ -29,6 +29,17 @@ void addArcBox(AcDbExtents& box, const ArcShape& arc) {
     }
 }
 
+/// At each point the mean of the faces that share it, larger faces counting more.
+std::vector<AcGeVector3d> normalsOf(std::span<const AcGePoint3d> points, std::span<const AcGiTriangle> faces) {
+    std::vector<AcGeVector3d> normals(points.size());
+    for (const AcGiTriangle& face : faces) {
+        const AcGePoint3d &a = points[face.corners[0]], &b = points[face.corners[1]], &c = points[face.corners[2]];
+        for (const uint32_t corner : face.corners)
+            normals[corner] = normals[corner] + (b - a).crossProduct(c - a);
+    }
+    return normals;
+}
+
 void addTextBox(AcDbExtents& box, const TextShape& shape) {
     for (const double across : {-kDescent, 1.0})
         for (const double along : {0.0, shape.width})
@@ -121,6 +132,8 @@ void ListBuilder::shell(std::span<const AcGePoint3d> points, std::span<const AcG
     shape.faces.assign(faces.begin(), faces.end());
     if (normals.size() == points.size())
         shape.normals.assign(normals.begin(), normals.end());
+    else
+        shape.normals = normalsOf(points, faces);
     add(Item::Kind::Shell, list_.shells.size());
     list_.shells.push_back(std::move(shape));
 }

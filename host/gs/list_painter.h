@@ -73,7 +73,8 @@ private:
     void drawShell(std::span<const AcGePoint3d> points, const ShellShape& shell, const Projector& projector,
                    const Style& style);
     void drawFaces(const ShellShape& shell, const Projector& projector, const Style& style);
-    void drawShellEdges(const ShellShape& shell, const Style& style);
+    void drawShellEdges(std::span<const AcGePoint3d> points, const ShellShape& shell, const Projector& projector,
+                        const Style& style);
     double markSize(const Projector& projector) const;
 
     Raster& raster_;

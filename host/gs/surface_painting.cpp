@@ -24,6 +24,12 @@ AcGeVector3d from(const Spot& a, const Spot& b) { return {b.x - a.x, b.y - a.y, 
 
 AcGeVector3d normalOf(const Spot& a, const Spot& b, const Spot& c) { return from(a, b).crossProduct(from(a, c)); }
 
+/// Whether a face bends over to its neighbours, whose mean normal is known, rather than meet them at an edge.
+bool isSmooth(const AcGeVector3d& normal, const AcGeVector3d& mean) {
+    constexpr double kSharpest = 0.766; // the cosine of 40 degrees
+    return std::fabs(normal.dotProduct(mean)) > kSharpest * normal.length() * mean.length();
+}
+
 /// Edges beside their own colour.
 std::uint32_t darker(std::uint32_t color) { return (color & 0xFF000000) | (color >> 1 & 0x7F7F7F); }
 
@@ -61,31 +67,38 @@ void ListPainter::drawShell(std::span<const AcGePoint3d> points, const ShellShap
     if (raster_.hasDepths() && painting_.surfaces != Painting::kEdgesOnly)
         drawFaces(shell, projector, style);
     if (!raster_.hasDepths() || painting_.edges)
-        drawShellEdges(shell, style);
+        drawShellEdges(points, shell, projector, style);
 }
 
 void ListPainter::drawFaces(const ShellShape& shell, const Projector& projector, const Style& style) {
     const bool hiding = painting_.surfaces == Painting::kHiding;
-    const bool smooth = painting_.surfaces == Painting::kSmooth && !shell.normals.empty();
     for (const AcGiTriangle& face : shell.faces) {
         const std::array corners = {outline_[face.corners[0]], outline_[face.corners[1]], outline_[face.corners[2]]};
         std::array<double, 3> light{1, 1, 1};
-        if (smooth)
-            for (size_t i = 0; i < light.size(); ++i)
-                light[i] = lightOn(projector.matrix() * shell.normals[face.corners[i]]);
-        else if (!hiding)
-            light.fill(lightOn(normalOf(corners[0], corners[1], corners[2])));
+        if (!hiding) {
+            const AcGeVector3d normal = normalOf(corners[0], corners[1], corners[2]);
+            light.fill(lightOn(normal));
+            if (painting_.surfaces == Painting::kSmooth)
+                for (size_t i = 0; i < light.size(); ++i)
+                    if (const AcGeVector3d mean = projector.matrix() * shell.normals[face.corners[i]];
+                        isSmooth(normal, mean))
+                        light[i] = lightOn(mean);
+        }
         raster_.shade(corners, light, hiding ? painting_.background : style.color);
     }
 }
 
-void ListPainter::drawShellEdges(const ShellShape& shell, const Style& style) {
+void ListPainter::drawShellEdges(std::span<const AcGePoint3d> points, const ShellShape& shell,
+                                 const Projector& projector, const Style& style) {
     const bool shaded = painting_.surfaces == Painting::kFlat || painting_.surfaces == Painting::kSmooth;
-    const std::uint32_t color = raster_.hasDepths() && shaded ? darker(style.color) : style.color;
+    Style edges = style;
+    if (raster_.hasDepths() && shaded)
+        edges.color = darker(style.color);
+    const Stroker stroker(raster_, projector, edges);
     for (const AcGiTriangle& face : shell.faces)
         for (unsigned i = 0; i < 3; ++i)
             if (face.edges >> i & 1)
-                raster_.line(outline_[face.corners[i]], outline_[face.corners[(i + 1) % 3]], color);
+                stroker.draw(std::array{points[face.corners[i]], points[face.corners[(i + 1) % 3]]});
 }
 
 } // namespace vndk::gs

@@ -18,6 +18,7 @@ public:
 
     std::vector<std::vector<AcGePoint3d>> lines, areas;
     std::vector<AcGiText> texts;
+    size_t triangles = 0;
 
 private:
     void polyline(std::span<const AcGePoint3d> p) override { lines.emplace_back(p.begin(), p.end()); }
@@ -25,7 +26,14 @@ private:
     void polyPolygon(std::span<const AcGePoint3d> p, std::span<const uint32_t>) override {
         areas.emplace_back(p.begin(), p.end());
     }
-    void shell(std::span<const AcGePoint3d>, std::span<const AcGiTriangle>, std::span<const AcGeVector3d>) override {}
+    void shell(std::span<const AcGePoint3d> p, std::span<const AcGiTriangle> faces,
+               std::span<const AcGeVector3d>) override {
+        triangles += faces.size();
+        for (const AcGiTriangle& face : faces)
+            for (unsigned i = 0; i < 3; ++i)
+                if (face.edges >> i & 1)
+                    lines.push_back({p[face.corners[i]], p[face.corners[(i + 1) % 3]]});
+    }
     void ellipArc(const AcGePoint3d&, const AcGeVector3d&, const AcGeVector3d&, double, double) override {}
     void text(const AcGiText& t) override { texts.push_back(t); }
     double textWidth(const AcGiText& t) override { return static_cast<double>(t.text.size()) * t.height / 2; }
