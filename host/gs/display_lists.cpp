@@ -62,7 +62,7 @@ uint32_t DisplayLists::partOf(AcDbObjectId record, bool definitions, AcDbObjectI
 
 const BlockList::Whole& DisplayLists::wholeOf(AcDbObjectId record) {
     // The place is taken before the blocks within are looked at: one that holds itself finds it empty there.
-    const auto [place, isNew] = wholes_.try_emplace(record);
+    const auto [place, isNew] = wholes_.try_emplace(record.stub());
     BlockList::Whole& whole = place->second;
     if (!isNew)
         return whole;
@@ -116,7 +116,7 @@ void DisplayLists::entityChanged(const AcDbEntity& entity) {
             for (const bool definitions : {false, true})
                 if (const auto list = lists_.find({owner, definitions}); list != lists_.end())
                     list->second->entityChanged(id);
-            wholes_.erase(owner);
+            wholes_.erase(owner.stub());
             if (record->isLayout())
                 return; // nothing refers to it
             wholes_.clear();

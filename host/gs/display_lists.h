@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <unordered_map>
 
 class AcDbBlockTableRecord;
 
@@ -33,11 +34,9 @@ public:
                                          const PictureBox& seen);
     /// BlockList::kNone: the entity isn't in the block.
     uint32_t partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity);
-    /// The box around all of the block and what it refers to, seen or not. Empty: nothing, or nothing but endless
-    /// lines.
-    const AcDbExtents& boxOf(AcDbObjectId record) { return wholeOf(record).box; }
-    /// Whether endless lines are in it.
-    bool isEndless(AcDbObjectId record) { return wholeOf(record).endless; }
+    /// All of the block and what it refers to, seen or not. The box is empty where there is nothing, or nothing but
+    /// endless lines.
+    const BlockList::Whole& wholeOf(AcDbObjectId record);
     void clear();
 
 private:
@@ -45,19 +44,23 @@ private:
     struct Key {
         AcDbObjectId record;
         bool definitions;
-        auto operator<=>(const Key&) const = default;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        size_t operator()(const Key& key) const {
+            return std::hash<const AcDbStub*>()(key.record.stub()) * 2 + key.definitions;
+        }
     };
 
     BlockList& listOf(AcDbObjectId record, bool definitions);
-    const BlockList::Whole& wholeOf(AcDbObjectId record);
     void watch(AcDbDatabase& database);
     void changed(const AcDbObject& object);
     void entityChanged(const AcDbEntity& entity);
     void recordChanged(const AcDbBlockTableRecord& record);
     void forget(const AcDbDatabase& database);
 
-    std::map<Key, std::unique_ptr<BlockList>> lists_;
-    std::map<AcDbObjectId, BlockList::Whole> wholes_;
+    std::unordered_map<Key, std::unique_ptr<BlockList>, KeyHash> lists_;
+    std::unordered_map<const AcDbStub*, BlockList::Whole> wholes_;
     std::map<AcDbObjectId, AcGePoint3d> origins_; // of blocks that have been changed, as they were then
     std::map<AcDbDatabase*, std::unique_ptr<Watcher>> watchers_;
     size_t depth_ = 0; // of wholeOf

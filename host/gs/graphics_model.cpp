@@ -27,7 +27,7 @@ void GraphicsModel::addVisible(const DisplayList& list, size_t part, const std::
         if (item.kind != Item::Kind::Block || styles[item.look].frozen)
             continue;
         const BlockShape& block = list.blocks[item.first];
-        AcDbExtents box = lists_.boxOf(block.record);
+        AcDbExtents box = lists_.wholeOf(block.record).box;
         box.transformBy(block.transform);
         extents.addExt(box);
     }

@@ -5,6 +5,7 @@
 #include "gs/graphics_device.h"
 #include "gs/graphics_model.h"
 #include "gs/list_builder.h"
+#include "gs/paper_viewports.h"
 #include "gs/selection.h"
 
 #include <algorithm>
@@ -188,9 +189,35 @@ Painting GraphicsView::paintingFor(const AcDbDatabase& database, std::uint32_t b
 
 void GraphicsView::drawRecord(const Shown& shown, Raster& raster, std::uint32_t background) {
     const AcDbDatabase& database = *shown.record.database();
+    drawPaperViewports(shown, raster, background);
     Styles styles(*shown.record.database(), background);
     ListPainter painter(raster, shown.model->lists(), styles, paintingFor(database, background));
     painter.draw(shown.record, worldToDeviceMatrix());
+}
+
+/// What they show of the model lies below what is drawn on the sheet.
+void GraphicsView::drawPaperViewports(const Shown& shown, const Raster& raster, std::uint32_t background) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(shown.record);
+    AcDbDatabase& database = *shown.record.database();
+    const AcGeMatrix3d toDevice = worldToDeviceMatrix();
+    for (const PaperViewport& viewport : record ? viewportsOn(*record) : std::vector<PaperViewport>()) {
+        const PixelRect& clip = raster.clip();
+        const PictureBox frame =
+            BoxProjector(toDevice)(viewport.frame)
+                .common({double(clip.left), double(clip.top), clip.right + 1.0, clip.bottom + 1.0});
+        const PixelRect part{static_cast<int>(std::floor(frame.left)), static_cast<int>(std::floor(frame.top)),
+                             static_cast<int>(std::ceil(frame.right)) - 1,
+                             static_cast<int>(std::ceil(frame.bottom)) - 1};
+        if (!(frame.left < frame.right && frame.top < frame.bottom))
+            continue;
+        Raster inside = raster.within(part);
+        Styles styles(database, background);
+        styles.freeze(viewport.frozenLayers);
+        Painting painting = paintingFor(database, background);
+        painting.viewportHeight = part.bottom - part.top + 1.0;
+        ListPainter(inside, shown.model->lists(), styles, painting)
+            .draw(database.modelSpaceId(), toDevice * viewport.toSheet);
+    }
 }
 
 /// A drawable stands in the working drawing, if there is one: colours by layer and point marks are that one's.

@@ -74,6 +74,7 @@ private:
     Painting paintingFor(const AcDbDatabase& database, std::uint32_t background) const;
     void drawShown(Raster& raster, std::uint32_t background);
     void drawRecord(const Shown& shown, Raster& raster, std::uint32_t background);
+    void drawPaperViewports(const Shown& shown, const Raster& raster, std::uint32_t background);
     void drawDrawable(const Shown& shown, Raster& raster, std::uint32_t background);
     void adjustThinning(double milliseconds);
     template <class Use>

@@ -12,7 +12,7 @@ namespace {
 constexpr double kSmallestText = 2.5; // pixels; smaller text is a line
 constexpr double kSmallestBlock = 1;  // pixels; what a smaller one shows is a dot
 
-double lengthOf(const Spot& v) { return std::hypot(v.x, v.y); }
+double lengthOf(const Spot& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
 Spot sum(const Spot& a, const Spot& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 Spot times(const Spot& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
 
@@ -22,7 +22,7 @@ int stepsFor(double radius, double sweep) {
     constexpr int kMost = 4096;
     if (!(radius > kTolerance))
         return 1;
-    const double step = 2 * std::acos(1 - kTolerance / radius);
+    const double share = kTolerance / radius, step = 2 * std::sqrt(2 * share) * (1 + share / 12); // 2 acos(1 - share)
     return std::clamp(static_cast<int>(std::min(std::ceil(std::fabs(sweep) / step), 1e6)), 4, kMost);
 }
 
@@ -279,8 +279,8 @@ void ListPainter::drawBlock(const BlockShape& block, const Projector& projector,
     if (path_.size() >= kDeepestNesting || std::find(path_.begin(), path_.end(), block.record) != path_.end())
         return;
     const AcGeMatrix3d toDevice = projector.matrix() * block.transform;
-    if (!lists_.isEndless(block.record)) {
-        const PictureBox seen = BoxProjector(toDevice)(lists_.boxOf(block.record));
+    if (const BlockList::Whole& whole = lists_.wholeOf(block.record); !whole.endless) {
+        const PictureBox seen = BoxProjector(toDevice)(whole.box);
         const PixelRect& clip = raster_.clip();
         if (!seen.meets(
                 {clip.left - margin(), clip.top - margin(), clip.right + 1 + margin(), clip.bottom + 1 + margin()}))

@@ -226,27 +226,29 @@ void Raster::clipped(const Spot& a, const Spot& b, std::uint32_t color, double b
         inside(x0, y0, x1, y1, color);
 }
 
-/// Both ends lie inside. A pixel for each step along the longer side; whether the line steps aside is told by a sign,
-/// without a branch that nobody could foresee.
+/// Both ends lie inside. A pixel for each step along the longer side; how far aside it lies is a whole number and 32
+/// bits of a fraction, beginning in the middle. The step is rounded up by less than what shows in so short a line, so
+/// that ties go aside.
 void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
     const int dx = std::abs(x1 - x0), dy = std::abs(y1 - y0);
-    const std::ptrdiff_t stepX = x0 < x1 ? 1 : -1, stepY = y0 < y1 ? stride_ : -std::ptrdiff_t{stride_};
-    const bool flat = dx >= dy;
-    const int longer = flat ? dx : dy, shorter = flat ? dy : dx;
-    const std::ptrdiff_t along = flat ? stepX : stepY, aside = flat ? stepY : stepX;
-    std::uint32_t* pixel = &at(x0, y0);
+    std::uint32_t* const first = &at(x0, y0);
     if (dy == 0) { // many lines are level
-        std::fill_n(std::min(pixel, pixel + (x1 - x0)), dx + 1, color);
+        std::fill_n(std::min(first, first + (x1 - x0)), dx + 1, color);
         return;
     }
-    int error = longer - 2 * shorter - 1;
-    for (int i = 0; i < longer; ++i) {
-        *pixel = color;
-        const int turns = error >> 31; // all bits or none
-        error += (turns & 2 * longer) - 2 * shorter;
-        pixel += along + (turns & aside);
+    const std::ptrdiff_t stepX = x0 < x1 ? 1 : -1, stepY = y0 < y1 ? stride_ : -std::ptrdiff_t{stride_};
+    const bool flat = dx >= dy;
+    const auto longer = static_cast<std::uint64_t>(flat ? dx : dy),
+               shorter = static_cast<std::uint64_t>(flat ? dy : dx);
+    const std::ptrdiff_t along = flat ? stepX : stepY, aside = flat ? stepY : stepX;
+    const std::uint64_t step = ((shorter << 32) + longer - 1) / longer;
+    std::uint64_t place = std::uint64_t{1} << 31;
+    std::ptrdiff_t forward = 0;
+    for (std::uint64_t i = 0; i <= longer; ++i) {
+        first[forward + static_cast<std::ptrdiff_t>(place >> 32) * aside] = color;
+        place += step;
+        forward += along;
     }
-    *pixel = color;
 }
 
 void Raster::noteBounds(std::span<const Spot> corners) {

@@ -38,6 +38,9 @@ public:
     /// Draws nothing, but notes what would have been drawn within and outside of `clip`.
     explicit Raster(const PixelRect& clip) : Raster(nullptr, 0, clip) {}
 
+    /// The same pixels within a smaller clip.
+    Raster within(const PixelRect& clip) const { return {pixels_, stride_, clip, depths_}; }
+
     const PixelRect& clip() const { return clip_; }
     bool hasDepths() const { return depths_ != nullptr; }
     /// Whether pixels are drawn at all.

@@ -10,6 +10,7 @@ set(GS_SOURCES
   gs/list_painter.cpp
   gs/manager.cpp
   gs/palette.cpp
+  gs/paper_viewports.cpp
   gs/part_tree.cpp
   gs/raster.cpp
   gs/raster_depth.cpp

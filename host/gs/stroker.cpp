@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kFinestPeriod = 3; // pixels; a finer pattern looks like an unbroken line
 
-double lengthOf(const Spot& v) { return std::hypot(v.x, v.y); }
+double lengthOf(const Spot& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
 Spot between(const Spot& a, const Spot& b, double share) {
     return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share, a.z + (b.z - a.z) * share};
 }
@@ -33,9 +33,11 @@ Stroker::Stroker(Raster& raster, const Projector& projector, const Style& style)
 
 void Stroker::piece(const Spot& a, const Spot& b) const {
     raster_.line(a, b, style_.color);
+    if (style_.width <= 1)
+        return;
     const Spot along{b.x - a.x, b.y - a.y};
     const double length = lengthOf(along);
-    if (style_.width <= 1 || !(length > 0))
+    if (!(length > 0))
         return;
     const double half = style_.width / 2.0;
     const Spot side{-along.y / length * half, along.x / length * half};

@@ -55,7 +55,8 @@ const Styles::Layer& Styles::layerOf(AcDbObjectId id) {
         if (const AcDbObjectPointer<AcDbLayerTableRecord> record(id); record) {
             Layer& layer = place->second;
             layer.off = record->isOff();
-            layer.frozen = record->isFrozen();
+            layer.frozen =
+                record->isFrozen() || std::find(frozenHere_.begin(), frozenHere_.end(), id) != frozenHere_.end();
             layer.color = record->color();
             layer.linetype = record->linetypeObjectId();
             layer.weight = static_cast<AcDb::LineWeight>(record->lineWeight());

@@ -40,6 +40,8 @@ class Styles {
 public:
     Styles(AcDbDatabase& database, std::uint32_t background);
 
+    /// Layers that are frozen here beside those that are everywhere. Comes before anything is resolved.
+    void freeze(std::vector<AcDbObjectId> layers) { frozenHere_ = std::move(layers); }
     /// Around what stands in a space itself.
     Surroundings outermost() const;
     Style resolve(const Look& look, const Surroundings& around);
@@ -58,6 +60,7 @@ private:
     AcDbDatabase& database_;
     std::uint32_t background_;
     AcDbObjectId layerZero_;
+    std::vector<AcDbObjectId> frozenHere_;
     bool showsWeights_;
     double scale_; // of all linetypes
     std::map<AcDbObjectId, Layer> layers_;

@@ -1,0 +1,20 @@
+// The views of the model that a sheet of paper holds.
+#pragma once
+
+#include "db/block_table.h"
+#include "ge/extents.h"
+
+#include <vector>
+
+namespace vndk::gs {
+
+struct PaperViewport {
+    AcDbExtents frame;    // on the sheet
+    AcGeMatrix3d toSheet; // from the model's coordinates
+    std::vector<AcDbObjectId> frozenLayers;
+};
+
+/// Those that are on and have an area, in order. None for a block that isn't a sheet.
+std::vector<PaperViewport> viewportsOn(const AcDbBlockTableRecord& record);
+
+} // namespace vndk::gs
