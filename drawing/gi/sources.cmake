@@ -4,6 +4,7 @@ set(GI_SOURCES
   gi/entity_drawing.cpp
   gi/face_collector.cpp
   gi/mtext_drawing.cpp
+  gi/paragraph_runs.cpp
   gi/polyline_drawing.cpp
   gi/text_codes.cpp
   gi/text_drawing.cpp)

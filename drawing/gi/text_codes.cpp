@@ -28,7 +28,8 @@ char characterOf(unsigned unicode) {
     return unicode != 0 && found != kUpperHalf.end() ? static_cast<char>(0x80 + (found - kUpperHalf.begin())) : '?';
 }
 
-/// Takes "\U+hhhh" from the front. False: it isn't there.
+} // namespace
+
 bool takeUnicode(std::string_view& rest, std::string& out) {
     constexpr size_t kLength = 7;
     if (rest.size() < kLength || rest.substr(0, 3) != "\\U+")
@@ -42,7 +43,6 @@ bool takeUnicode(std::string_view& rest, std::string& out) {
     return true;
 }
 
-/// Takes a code that begins with two percent signs from the front. False: it isn't one.
 bool takePercentCode(std::string_view& rest, PlainText& plain) {
     if (rest.size() < 3 || rest.substr(0, 2) != "%%")
         return false;
@@ -85,61 +85,6 @@ bool takePercentCode(std::string_view& rest, PlainText& plain) {
     return true;
 }
 
-/// What stands up to the semicolon, which is taken, too.
-std::string_view takeArgument(std::string_view& rest) {
-    const size_t end = rest.find(';');
-    const std::string_view argument = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return argument;
-}
-
-/// Takes the code behind a backslash.
-void takeFormat(std::string_view& rest, std::string& out) {
-    const char code = rest.front();
-    rest.remove_prefix(1);
-    switch (code) {
-    case 'P':
-    case 'X':
-        out += '\n';
-        break;
-    case '~':
-        out += ' ';
-        break;
-    case '\\':
-    case '{':
-    case '}':
-        out += code;
-        break;
-    case 'S':
-        for (const char c : takeArgument(rest))
-            out += c == '^' || c == '#' ? '/' : c;
-        break;
-    case 'A':
-    case 'C':
-    case 'c':
-    case 'F':
-    case 'f':
-    case 'H':
-    case 'p':
-    case 'Q':
-    case 'T':
-    case 'W':
-        takeArgument(rest);
-        break;
-    case 'L':
-    case 'l':
-    case 'O':
-    case 'o':
-    case 'K':
-    case 'k':
-        break;
-    default:
-        out += code;
-    }
-}
-
-} // namespace
-
 PlainText withoutCodes(std::string_view text) {
     PlainText plain;
     while (!text.empty()) {
@@ -147,30 +92,6 @@ PlainText withoutCodes(std::string_view text) {
             continue;
         plain.text += text.front();
         text.remove_prefix(1);
-    }
-    return plain;
-}
-
-std::string plainParagraph(std::string_view contents) {
-    std::string plain;
-    PlainText codes;
-    while (!contents.empty()) {
-        codes.text.clear();
-        const char c = contents.front();
-        if (takeUnicode(contents, plain))
-            continue;
-        if (takePercentCode(contents, codes)) {
-            plain += codes.text;
-            continue;
-        }
-        contents.remove_prefix(1);
-        if (c == '\\' && !contents.empty())
-            takeFormat(contents, plain);
-        else if (c == '^' && !contents.empty() && (contents[0] == 'J' || contents[0] == 'I' || contents[0] == 'M')) {
-            plain += contents[0] == 'J' ? "\n" : contents[0] == 'I' ? "\t" : "";
-            contents.remove_prefix(1);
-        } else if (c != '{' && c != '}')
-            plain += c;
     }
     return plain;
 }

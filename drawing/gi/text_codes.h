@@ -15,7 +15,9 @@ struct PlainText {
 /// Replaces %%d, %%p, %%c, %%%, %%nnn (a character's number) and \U+hhhh, drops %%u and %%o and notes them.
 PlainText withoutCodes(std::string_view text);
 
-/// A paragraph text without its formats: breaks (\P) become line feeds, fractions a/b; what only changes the look goes.
-std::string plainParagraph(std::string_view contents);
+/// Takes \U+hhhh from the front of a text. False: it isn't there.
+bool takeUnicode(std::string_view& rest, std::string& out);
+/// Takes a code that begins with two percent signs from the front. False: it isn't one.
+bool takePercentCode(std::string_view& rest, PlainText& plain);
 
 } // namespace vndk::gi

@@ -61,10 +61,12 @@ void ListBuilder::begin(size_t part) {
 }
 
 /// Neighbours mostly have one style.
-const LOGFONTA& ListBuilder::fontOf(AcDbObjectId style) {
-    if (!lastFont_ || lastStyle_ != style)
-        lastFont_ = &fontOfStyle(style);
-    lastStyle_ = style;
+const LOGFONTA& ListBuilder::fontOf(const AcGiText& text) {
+    if (!text.face.empty())
+        return fontOfFace(text.face, text.bold, text.italic);
+    if (!lastFont_ || lastStyle_ != text.style)
+        lastFont_ = &fontOfStyle(text.style);
+    lastStyle_ = text.style;
     return *lastFont_;
 }
 
@@ -150,12 +152,12 @@ void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major,
 }
 
 double ListBuilder::textWidth(const AcGiText& text) {
-    return widthOf(text.text, fontOf(text.style)) * text.height * text.widthFactor;
+    return widthOf(text.text, fontOf(text)) * text.height * text.widthFactor;
 }
 
 void ListBuilder::text(const AcGiText& text) {
     TextShape shape;
-    shape.font = &fontOf(text.style);
+    shape.font = &fontOf(text);
     shape.letters = text.text;
     shape.width = widthOf(text.text, *shape.font);
     shape.underlined = text.underlined;
@@ -177,7 +179,11 @@ void ListBuilder::text(const AcGiText& text) {
     if (shape.letters.empty() || !isFinite(shape.origin.asVector()) || !isFinite(shape.x) || !isFinite(shape.y))
         return;
     addTextBox(box(), shape);
+    const Look set = look_;
+    if (text.color != 0)
+        look_.color = AcCmEntityColor(text.color);
     add(Item::Kind::Text, list_.texts.size());
+    look_ = set;
     list_.texts.push_back(std::move(shape));
 }
 

@@ -44,7 +44,7 @@ private:
     uint32_t lookNumber();
     AcDbExtents& box() { return list_.boxes[part_]; }
 
-    const LOGFONTA& fontOf(AcDbObjectId style);
+    const LOGFONTA& fontOf(const AcGiText& text);
 
     DisplayList& list_;
     size_t part_ = 0;

@@ -66,18 +66,23 @@ const LOGFONTA& fontFor(size_t family, bool bold, bool italic) {
 
 } // namespace
 
-const LOGFONTA& fontOfFile(std::string_view fileName) {
-    const std::string name = baseName(fileName);
+const LOGFONTA& fontOfFace(std::string_view face, bool bold, bool italic) {
+    const std::string name = baseName(face);
     size_t family = 0;
     for (const Known& known : kKnown)
         if (name.compare(0, known.start.size(), known.start) == 0)
             family = std::strcmp(known.face, "Courier New") == 0 ? 2 : 1;
+    return fontFor(family, bold, italic);
+}
+
+const LOGFONTA& fontOfFile(std::string_view fileName) {
+    const std::string name = baseName(fileName);
     // As the usual files are named: arialbd, arialbi, ariali, timesbd, courbi.
     const bool both = endsWith(name, "bi") || endsWith(name, "z");
     const bool bold = both || endsWith(name, "bd") || endsWith(name, "bold") || endsWith(name, "b");
     const bool italic = both || endsWith(name, "italic") || endsWith(name, "ariali") || endsWith(name, "timesi") ||
                         name == "ariali" || name == "timesi" || name == "couri" || name.compare(0, 6, "italic") == 0;
-    return fontFor(family, bold, italic);
+    return fontOfFace(fileName, bold, italic);
 }
 
 const LOGFONTA& fontOfStyle(AcDbObjectId style) {

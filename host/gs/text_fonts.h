@@ -12,6 +12,8 @@ namespace vndk::gs {
 /// The description of the face that comes nearest to the style's font file; the plain face for a style that can't be
 /// opened. Lives as long as the program.
 const LOGFONTA& fontOfStyle(AcDbObjectId style);
+/// The same for a face that is named beside its properties, or for a font file.
+const LOGFONTA& fontOfFace(std::string_view face, bool bold, bool italic);
 /// The same for a font file's name, with or without its folder.
 const LOGFONTA& fontOfFile(std::string_view fileName);
 /// The letter's outline; `font` is one of those that the functions above give.

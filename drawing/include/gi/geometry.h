@@ -30,6 +30,10 @@ struct AcGiText {
     Across across = kBaseLine;
     bool backward = false, upsideDown = false;
     bool underlined = false, overlined = false;
+    // In place of what the style and the properties say:
+    std::string face; // the name of a face or a font file; empty: the style's
+    bool bold = false, italic = false;
+    uint32_t color = 0; // the four bytes of an AcCmEntityColor; 0: the colour that is set
 };
 
 /// A face of a shell: places of its corners among the shell's points, counter-clockwise as seen from outside.

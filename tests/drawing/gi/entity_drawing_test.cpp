@@ -4,6 +4,7 @@
 #include "db/solids.h"
 #include "db/text.h"
 #include "gi/entity_drawing.h"
+#include "gi/paragraph_runs.h"
 #include "gi/text_codes.h"
 
 #include <gtest/gtest.h>
@@ -61,12 +62,40 @@ TEST(TextCodesTest, SignsAreReplacedAndWhatIsNoCodeStays) {
     EXPECT_TRUE(withoutCodes("%%oA").overlined);
 }
 
-TEST(TextCodesTest, FormatsOfParagraphsGo) {
-    using vndk::gi::plainParagraph;
-    EXPECT_EQ(plainParagraph("{\\fArial|b1;one}\\P\\H2x;two \\S1/2; \\\\\\{\\}"), "one\ntwo 1/2 \\{}");
-    EXPECT_EQ(plainParagraph("\\A1;{\\C1;a\\~b"), "a b");
-    EXPECT_EQ(plainParagraph("\\fArial"), "");
-    EXPECT_EQ(plainParagraph("end\\"), "end\\");
+TEST(TextCodesTest, ParagraphsAreRunsOfEqualFormat) {
+    using vndk::gi::paragraphRuns;
+    using vndk::gi::TextRun;
+    vndk::gi::TextFormat plain;
+    plain.height = 2;
+    const auto first = paragraphRuns("a{\\fTimes New Roman|b1|i1|c0;b\\C1;\\H1.5x;c}d\\P\\Le\\l\\W0.5;\\Q15;f", plain);
+    ASSERT_EQ(first.size(), 2U);
+    ASSERT_EQ(first[0].size(), 4U);
+    EXPECT_EQ(first[0][1].format.face, "Times New Roman");
+    EXPECT_TRUE(first[0][1].format.bold && first[0][1].format.italic);
+    EXPECT_EQ(first[0][2].text, "c");
+    EXPECT_EQ(first[0][2].format.height, 3);
+    EXPECT_EQ(first[0][2].format.color, 0xC3000001);
+    EXPECT_EQ(first[0][3].format, plain) << "braces end what began in them";
+    ASSERT_EQ(first[1].size(), 2U);
+    EXPECT_TRUE(first[1][0].format.underlined && !first[1][1].format.underlined);
+    EXPECT_EQ(first[1][1].format.widthFactor, 0.5);
+    EXPECT_NEAR(first[1][1].format.oblique, kAcGePi / 12, 1e-12);
+
+    const auto stacked = paragraphRuns("x\\S1/2;\\S+1^ -3;\\S5#8;", plain)[0];
+    ASSERT_EQ(stacked.size(), 4U);
+    EXPECT_EQ(stacked[1].text + "|" + stacked[1].below, "1|2");
+    EXPECT_EQ(stacked[1].stacking, TextRun::kOverLine);
+    EXPECT_EQ(stacked[2].text + "|" + stacked[2].below, "+1|-3");
+    EXPECT_EQ(stacked[2].stacking, TextRun::kOverNothing);
+    EXPECT_EQ(stacked[3].text, "5/8");
+
+    // What makes no sense changes nothing, and no text is lost.
+    const auto odd = paragraphRuns("\\A1;\\H-2;\\Hx;\\C999;\\Qnan;}a\\~\\\\\\{\\}%%d\\", plain)[0];
+    ASSERT_EQ(odd.size(), 1U);
+    EXPECT_EQ(odd[0].text, "a\xA0\\{}\xB0\\");
+    EXPECT_EQ(odd[0].format, plain);
+    EXPECT_TRUE(paragraphRuns("\\fArial", plain)[0].empty());
+    EXPECT_EQ(paragraphRuns("", plain).size(), 1U);
 }
 
 TEST(EntityDrawingTest, SplinesBeginAndEndAtTheirControlPoints) {
@@ -142,6 +171,30 @@ TEST(EntityDrawingTest, ParagraphsHangOnTheirAttachment) {
         EXPECT_NEAR(recorder.texts[0].position.y, first, 1e-9);
         EXPECT_NEAR(recorder.texts[3].position.y, first - 15, 1e-9);
     }
+}
+
+TEST(EntityDrawingTest, LinesOfParagraphsHoldRunsOfAnySize) {
+    AcDbMText paragraph;
+    paragraph.setTextHeight(2);
+    paragraph.setWidth(12);
+    paragraph.setAttachment(3); // at the right
+    paragraph.setContents("ab {\\H4;c}d\\S1/2; efghi\\P\\Pend");
+    Recorder recorder;
+    acgiDrawEntity(paragraph, recorder);
+    std::vector<std::string> letters;
+    for (const AcGiText& text : recorder.texts)
+        letters.push_back(text.text);
+    EXPECT_EQ(letters, (std::vector<std::string>{"ab ", "c", "d", "1", "2", "efghi", "end"}));
+    // 3 + 2 + 1 wide, and half letters of 1.4 high.
+    EXPECT_NEAR(recorder.texts[0].position.x, -6.7, 1e-9);
+    EXPECT_NEAR(recorder.texts[1].position.x, -3.7, 1e-9);
+    EXPECT_NEAR(recorder.texts[0].position.y, -4, 1e-9) << "as low as the highest letters want";
+    EXPECT_EQ(recorder.texts[1].height, 4);
+    EXPECT_NEAR(recorder.texts[3].height, 1.4, 1e-9);
+    EXPECT_GT(recorder.texts[3].position.y, recorder.texts[4].position.y + 1.4);
+    ASSERT_EQ(recorder.lines.size(), 1U) << "the bar";
+    EXPECT_NEAR(recorder.texts[5].position.y, -4 - 10.0 / 3, 1e-9);
+    EXPECT_NEAR(recorder.texts[6].position.y, -4 - 10, 1e-9) << "an empty line is one of the text's own height";
 }
 
 TEST(EntityDrawingTest, TheInvisibleAsksForNothing) {

@@ -191,6 +191,21 @@ TEST_F(PictureTest, ParagraphsBreakAtTheirWidth) {
     EXPECT_LT(columns().second, 56);
 }
 
+TEST_F(PictureTest, ParagraphsShowTheirFormats) {
+    auto paragraph = std::make_unique<AcDbMText>();
+    paragraph->setLocation({5, 95, 0});
+    paragraph->setTextHeight(10);
+    paragraph->setContents("H{\\C1;H\\H2x;H}{\\c65280;\\fCourier New|b1|i0;\\H1.5x;H}\\P\\LH\\l");
+    paragraph->setColorIndex(7);
+    append(std::move(paragraph));
+    draw();
+    EXPECT_GT(count(kRed), 30);
+    EXPECT_GT(count(kGreen), 3);
+    EXPECT_GT(count(kRed, 0, 86, 99, 94), 5) << "twice as high";
+    EXPECT_EQ(count(kWhite, 0, 86, 99, 94), 0);
+    EXPECT_GE(count(kWhite, 0, 55, 99, 57), 8) << "a line below the letter";
+}
+
 TEST_F(PictureTest, LinetypesBreakLinesAndSettleTheEnds) {
     AcDbObjectId dashed;
     {
