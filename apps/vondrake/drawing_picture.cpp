@@ -5,6 +5,7 @@
 #include "gs/manager.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace vndk::app {
@@ -19,31 +20,52 @@ struct Release {
     void operator()(AcGsView* view) const { acgsGetGsManager()->getGSClassFactory()->deleteView(view); }
 };
 
-void lookAt(AcGsView& view, const AcDbExtents& extents) {
+struct NamedView {
+    const char* name;
+    AcGeVector3d towardsViewer, up;
+};
+
+const NamedView& viewOf(const std::string& name) {
+    static const NamedView kViews[] = {
+        {"top", {0, 0, 1}, {0, 1, 0}},   {"bottom", {0, 0, -1}, {0, 1, 0}}, {"front", {0, -1, 0}, {0, 0, 1}},
+        {"back", {0, 1, 0}, {0, 0, 1}},  {"left", {-1, 0, 0}, {0, 0, 1}},   {"right", {1, 0, 0}, {0, 0, 1}},
+        {"iso", {-1, -1, 1}, {0, 0, 1}},
+    };
+    const auto* const found =
+        std::find_if(std::begin(kViews), std::end(kViews), [&](const NamedView& view) { return name == view.name; });
+    return found == std::end(kViews) ? kViews[0] : *found;
+}
+
+void lookAt(AcGsView& view, const AcDbExtents& extents, const NamedView& from) {
     const AcGePoint3d &low = extents.minPoint(), &high = extents.maxPoint();
     const AcGePoint3d middle = low + (high - low) * 0.5;
-    const double width = high.x - low.x, height = high.y - low.y;
+    view.setView(middle + from.towardsViewer, middle, from.up, 1, 1);
+    AcDbExtents seen = extents;
+    seen.transformBy(view.viewingMatrix());
+    const double width = seen.maxPoint().x - seen.minPoint().x, height = seen.maxPoint().y - seen.minPoint().y;
     // A line along an axis fills the picture by its length; a single point is seen from one unit.
     const double least = std::max(width, height) > 0 ? std::max(width, height) * 1e-6 : 1;
-    view.setView(middle + AcGeVector3d::kZAxis, middle, AcGeVector3d::kYAxis, std::max(width, least) * kMargin,
+    view.setView(middle + from.towardsViewer, middle, from.up, std::max(width, least) * kMargin,
                  std::max(height, least) * kMargin);
 }
 
 } // namespace
 
-win32::Picture drawPicture(AcDbDatabase& database, int width, int height) {
+win32::Picture drawPicture(AcDbDatabase& database, const PictureWish& wish) {
     AcGsManager& manager = *acgsGetGsManager();
     const std::unique_ptr<AcGsDevice, Release> device(manager.createAutoCADOffScreenDevice());
     const std::unique_ptr<AcGsModel, Release> model(manager.createAutoCADModel());
     const std::unique_ptr<AcGsView, Release> view(manager.getGSClassFactory()->createView());
-    device->onSize(width, height);
+    device->onSize(wish.width, wish.height);
     device->setBackgroundColor(RGB(255, 255, 255));
     device->add(view.get());
     AcDbExtents extents;
     if (model->visibleExtents(database.modelSpaceId(), extents))
-        lookAt(*view, extents);
+        lookAt(*view, extents, viewOf(wish.view));
     if (const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId()); space)
         view->add(space.object(), model.get());
+    if (wish.shaded)
+        view->setMode(AcGsView::kGouraudShadedWithWireframe);
     view->update();
     return device->picture();
 }

@@ -82,8 +82,9 @@ ExitStatus makePicture(host::Host& host, const Options& options) {
         return status;
     const auto inside = win32::fromUtf8(options.picture);
     const auto target = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
-    const win32::Status status = win32::writePng(target.value_or(options.picture),
-                                                 drawPicture(database, options.pictureWidth, options.pictureHeight));
+    const win32::Status status = win32::writePng(
+        target.value_or(options.picture),
+        drawPicture(database, {options.pictureWidth, options.pictureHeight, options.view, options.shaded}));
     if (status.ok())
         return kAllWell;
     complain(status.message());

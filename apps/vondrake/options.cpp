@@ -41,11 +41,21 @@ void takeSize(Options& options, const std::string& text) {
     options.pictureHeight = good ? height : 0;
 }
 
+/// Empty when there is no view of that name.
+std::string viewOf(const std::string& name) {
+    for (const std::string_view known : {"top", "bottom", "front", "back", "left", "right", "iso"})
+        if (name == known)
+            return name;
+    return {};
+}
+
 constexpr OptionRow kRows[] = {
     {"--batch", kNeeded, [](Options& o, const std::string& v) { o.script = v; }, Task::Batch},
     {"--facts", kNeeded, [](Options& o, const std::string& v) { o.drawing = v; }, Task::Facts},
     {"--png", kNeeded, [](Options& o, const std::string& v) { o.picture = v; }, Task::Picture},
     {"--size", kNeeded, [](Options& o, const std::string& v) { takeSize(o, v); }, {}},
+    {"--view", kNeeded, [](Options& o, const std::string& v) { o.view = viewOf(v); }, {}},
+    {"--shade", kNone, [](Options& o, const std::string&) { o.shaded = true; }, {}},
     {"--help", kNone, [](Options&, const std::string&) {}, Task::Help},
     {"--version", kNone, [](Options&, const std::string&) {}, Task::Version},
     {"--scale", kNeeded, [](Options& o, const std::string& v) { o.scale = scaleOf(v); }, {}},
@@ -129,6 +139,10 @@ private:
             options_.pictureWidth != Options().pictureWidth || options_.pictureHeight != Options().pictureHeight;
         if (sized && options_.task != Task::Picture)
             return complain("The option --size goes with --png.");
+        if (options_.view.empty())
+            return complain("The value of --view is top, bottom, front, back, left, right or iso.");
+        if ((options_.view != Options().view || options_.shaded) && options_.task != Task::Picture)
+            return complain("The options --view and --shade go with --png.");
         if (options_.scale == kNoScale)
             return complain("The value of --scale is a number from 1 to 4.");
         if (options_.scale != Options().scale && options_.task != Task::Window)
@@ -161,7 +175,7 @@ std::string_view helpText() {
     return "Usage: vondrake [DRAWING] [--scale N] [OPTION]...\n"
            "       vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
            "       vondrake --facts DRAWING [OPTION]...\n"
-           "       vondrake --png FILE [--size WxH] DRAWING [OPTION]...\n"
+           "       vondrake --png FILE [--size WxH] [--view NAME] [--shade] DRAWING [OPTION]...\n"
            "Puts Intelligent Blocks into drawings (.dwg, AC1015).\n"
            "\n"
            "  [DRAWING]                 open a window on DRAWING or else on a new drawing\n"
@@ -172,6 +186,8 @@ std::string_view helpText() {
            "  --facts DRAWING           write what is in DRAWING to standard output, as JSON\n"
            "  --png FILE DRAWING        draw the model space of DRAWING into a PNG file\n"
            "  --size WxH                pixels of the picture (800x600)\n"
+           "  --view NAME               from the top, bottom, front, back, left, right or iso (top)\n"
+           "  --shade                   surfaces shaded, what lies behind them hidden\n"
            "  --drive LETTER=FOLDER     map a drive letter; may be given more than once\n"
            "                            (without it: C: is your home folder, Z: the root)\n"
            "  --profile FILE            keep settings in FILE\n"

@@ -16,6 +16,8 @@ struct Options {
     std::string drawing; ///< as it was typed, in either form; empty for none
     std::string picture; ///< Picture: path of the PNG file
     int pictureWidth = 800, pictureHeight = 600;
+    std::string view = "top"; ///< Picture: a name that viewDirection knows
+    bool shaded = false;      ///< Picture
     bool keepGoing = false;
     int scale = 1;                   ///< Window: each of its pixels shows as scale x scale, 1 to 4
     std::string profile;             ///< path of the system; empty for the usual one

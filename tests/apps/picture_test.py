@@ -57,6 +57,16 @@ class Pictures(Case):
         self.assertIn(WHITE, colors)
         self.assertEqual((self.folder / "plan.dwg").read_bytes(), before)
 
+    def test_sees_from_the_side_and_shades(self):
+        self.batch(MAKE_DESK.replace("LINE 0,-3", "-LAYER M RED C 1 RED\n\nLINE 0,-3"))
+        pictures = {}
+        for name, options in (("top", []), ("front", ["--view", "front"]), ("iso", ["--view=iso", "--shade"])):
+            done = self.run_program("--png", name + ".png", *options, "plan.dwg")
+            self.assertEqual((done.returncode, done.stderr), (0, ""))
+            pictures[name] = read_png(self.folder / (name + ".png"))[2]
+            self.assertIn(b"\xff\x00\x00", pictures[name])
+        self.assertEqual(len({(self.folder / (name + ".png")).read_bytes() for name in pictures}), 3)
+
     def test_says_what_is_wrong(self):
         self.batch(MAKE_DESK)
         for arguments, status, word in (
@@ -65,6 +75,8 @@ class Pictures(Case):
                 (["--png", "a.png", "--size", "100", "plan.dwg"], 2, "--size"),
                 (["--png", "a.png", "--size", "9x9x9", "plan.dwg"], 2, "--size"),
                 (["--size", "10x10", "plan.dwg"], 2, "goes with --png"),
+                (["--png", "a.png", "--view", "below", "plan.dwg"], 2, "--view"),
+                (["--shade", "plan.dwg"], 2, "go with --png"),
                 (["--png", "a.png", "--facts", "plan.dwg"], 2, "Only one of"),
                 (["--png", "a.png", "none.dwg"], 3, "none.dwg"),
                 (["--png", "no/such/folder/a.png", "plan.dwg"], 3, "a.png")):
