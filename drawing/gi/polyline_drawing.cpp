@@ -54,7 +54,7 @@ Along divided(const AcGePoint2d& a, const AcGePoint2d& b, double bulge) {
     return along;
 }
 
-/// The walls and the top of a piece with a width.
+/// The walls and the top of a piece with a width, and the edges around them.
 void raise(const std::vector<AcGePoint3d>& left, const std::vector<AcGePoint3d>& right, const AcGeVector3d& up,
            AcGiGeometry& geometry) {
     FaceCollector faces;
@@ -65,6 +65,15 @@ void raise(const std::vector<AcGePoint3d>& left, const std::vector<AcGePoint3d>&
     for (size_t i = 0; i + 1 < left.size(); ++i)
         faces.fan(std::array{left[i] + up, right[i] + up, right[i + 1] + up, left[i + 1] + up});
     faces.draw(geometry);
+    for (const std::vector<AcGePoint3d>* const side : {&left, &right}) {
+        std::vector<AcGePoint3d> edge = {side->front()};
+        for (const AcGePoint3d& p : *side)
+            edge.push_back(p + up);
+        edge.push_back(side->back());
+        geometry.polyline(edge);
+    }
+    geometry.polyline(std::array{left.front() + up, right.front() + up});
+    geometry.polyline(std::array{left.back() + up, right.back() + up});
 }
 
 /// A piece with a width: the area between its two edges.

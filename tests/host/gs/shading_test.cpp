@@ -156,6 +156,9 @@ TEST_F(ShadingTest, ThicknessMakesWalls) {
     EXPECT_EQ(at(50, 40), kBlack);
     EXPECT_NE(at(10, 5) & 0xFF0000, 0U);
     EXPECT_EQ(at(10, 15), kBlack);
+    draw(AcGsView::kHiddenLine);
+    EXPECT_GE(count(kRed, 0, 9, 19, 10), 19) << "the edge at its top";
+    EXPECT_EQ(at(10, 5), kBlack);
 }
 
 TEST_F(ShadingTest, MeshesAreShadedAndTextsStandInFrontOrBehind) {
