@@ -4,7 +4,7 @@
 #include "ads/entity_data.h"
 #include "ed/host.h"
 #include "ed/pick.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 #include <cmath>
 #include <cstring>
@@ -66,17 +66,17 @@ int acdbRToS(ads_real value, int unit, int precision, char* text) {
     if (!std::isfinite(value) || std::abs(value) >= 1e99)
         return RTERROR;
     const int zeroes = Host::current() ? Host::current()->variables().getShort("DIMZIN") : 0;
-    return giveText(vndk::lisp::lengthText(value, setting(unit, "LUNITS"), setting(precision, "LUPREC"), zeroes), text);
+    return giveText(vndk::ge::lengthText(value, setting(unit, "LUNITS"), setting(precision, "LUPREC"), zeroes), text);
 }
 
 int acdbAngToS(ads_real radians, int unit, int precision, char* text) {
     if (!std::isfinite(radians))
         return RTERROR;
-    return giveText(vndk::lisp::angleText(radians, setting(unit, "AUNITS"), setting(precision, "AUPREC")), text);
+    return giveText(vndk::ge::angleText(radians, setting(unit, "AUNITS"), setting(precision, "AUPREC")), text);
 }
 
 int acdbDisToF(const char* text, int /*unit*/, ads_real* value) {
-    const auto number = text && value ? vndk::lisp::lengthFromText(text) : std::nullopt;
+    const auto number = text && value ? vndk::ge::lengthFromText(text) : std::nullopt;
     if (!number)
         return RTERROR;
     *value = *number;
@@ -84,7 +84,7 @@ int acdbDisToF(const char* text, int /*unit*/, ads_real* value) {
 }
 
 int acdbAngToF(const char* text, int unit, ads_real* radians) {
-    const auto angle = text && radians ? vndk::lisp::angleFromText(text, setting(unit, "AUNITS")) : std::nullopt;
+    const auto angle = text && radians ? vndk::ge::angleFromText(text, setting(unit, "AUNITS")) : std::nullopt;
     if (!angle)
         return RTERROR;
     *radians = *angle;

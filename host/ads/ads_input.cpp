@@ -3,7 +3,7 @@
 
 #include "ads/values.h"
 #include "ed/host.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 #include <cstdio>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "db/database.h"
 #include "ed/host.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -48,14 +48,14 @@ double DrawingPlane::toObjectAngle(double ucsAngle) const {
 
 std::string shownLength(const CommandContext& ctx, double length) {
     const dwg::HeaderVariables& header = ctx.database().header();
-    const auto text = lisp::lengthText(length, header.LUNITS, header.LUPREC, 0);
+    const auto text = ge::lengthText(length, header.LUNITS, header.LUPREC, 0);
     return text ? *text : std::to_string(length);
 }
 
 std::string shownAngle(const CommandContext& ctx, double radians) {
     const dwg::HeaderVariables& header = ctx.database().header();
     const double fromBase = header.ANGDIR ? header.ANGBASE - radians : radians - header.ANGBASE;
-    const auto text = lisp::angleText(fromBase, header.AUNITS, header.AUPREC);
+    const auto text = ge::angleText(fromBase, header.AUNITS, header.AUPREC);
     return text ? *text : std::to_string(radians);
 }
 

@@ -3,7 +3,7 @@
 #include "commands/object_changes.h"
 #include "db/database.h"
 #include "ed/host.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 namespace vndk::host {
 
@@ -11,7 +11,7 @@ namespace {
 
 void printPositiveAngle(const CommandContext& ctx) {
     const dwg::HeaderVariables& header = ctx.database().header();
-    const auto base = lisp::angleText(header.ANGBASE, header.AUNITS, header.AUPREC);
+    const auto base = ge::angleText(header.ANGBASE, header.AUNITS, header.AUPREC);
     ctx.print(std::string("\nCurrent positive angle in UCS:  ANGDIR=") +
               (header.ANGDIR ? "clockwise" : "counterclockwise") + "  ANGBASE=" + base.value_or("0"));
 }

@@ -1,7 +1,7 @@
 #include "ed/coordinates.h"
 
 #include "db/database.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 #include <array>
 #include <cmath>
@@ -17,7 +17,7 @@ int numbers(std::string_view text, std::array<double, 3>& out) {
     int count = 0;
     while (count < 3) {
         const size_t comma = text.find(',');
-        const auto number = lisp::lengthFromText(text.substr(0, comma));
+        const auto number = ge::lengthFromText(text.substr(0, comma));
         if (!number || !std::isfinite(*number))
             return 0;
         out[static_cast<size_t>(count++)] = *number;
@@ -46,11 +46,11 @@ Marks takeMarks(std::string_view& text) {
 }
 
 std::optional<AcGeVector3d> polar(std::string_view text, size_t angleMark, const AngleUnits& units) {
-    const auto distance = lisp::lengthFromText(text.substr(0, angleMark));
+    const auto distance = ge::lengthFromText(text.substr(0, angleMark));
     std::string_view angleText = text.substr(angleMark + 1);
     double z = 0;
     if (const size_t comma = angleText.find(','); comma != std::string_view::npos) {
-        const auto height = lisp::lengthFromText(angleText.substr(comma + 1));
+        const auto height = ge::lengthFromText(angleText.substr(comma + 1));
         if (!height)
             return std::nullopt;
         z = *height;
@@ -86,7 +86,7 @@ AngleUnits angleUnits(const AcDbDatabase& database) {
 }
 
 std::optional<double> typedAngle(std::string_view text, const AngleUnits& units) {
-    const auto angle = lisp::angleFromText(text, units.mode);
+    const auto angle = ge::angleFromText(text, units.mode);
     if (!angle || !std::isfinite(*angle))
         return std::nullopt;
     return units.base + (units.clockwise ? -*angle : *angle);

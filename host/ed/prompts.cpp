@@ -4,8 +4,8 @@
 #include "ed/coordinates.h"
 #include "ed/host.h"
 #include "ed/pick.h"
+#include "ge/unit_text.h"
 #include "lisp/printer.h"
-#include "lisp/unit_text.h"
 
 #include <cmath>
 #include <limits>
@@ -39,7 +39,7 @@ std::optional<AcGePoint3d> pointOf(const lisp::Value& value) {
 std::optional<double> numberOf(const Answer& answer) {
     if (answer.kind == Kind::Value)
         return answer.value.isNumber() ? std::optional(answer.value.number()) : std::nullopt;
-    const auto number = lisp::lengthFromText(answer.text);
+    const auto number = ge::lengthFromText(answer.text);
     return number && std::isfinite(*number) ? number : std::nullopt;
 }
 

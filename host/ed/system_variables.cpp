@@ -2,7 +2,7 @@
 
 #include "db/database.h"
 #include "ed/host.h"
-#include "lisp/unit_text.h"
+#include "ge/unit_text.h"
 
 #include <cassert>
 #include <charconv>

@@ -23,6 +23,5 @@ set(LISP_SOURCES
   lisp/string_builtins.cpp
   lisp/symbol_table.cpp
   lisp/unit_builtins.cpp
-  lisp/unit_text.cpp
   lisp/value.cpp
 )

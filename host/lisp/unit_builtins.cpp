@@ -1,7 +1,7 @@
 // rtos, angtos, distof, angtof. What a call leaves out is taken from the drawing's variables.
 #include "arguments.h"
 #include "evaluator.h"
-#include "unit_text.h"
+#include "ge/unit_text.h"
 
 namespace vndk::lisp {
 
@@ -25,13 +25,13 @@ Value rtos(Evaluator& evaluator, Arguments args) {
     const double length = asNumber(args[0]);
     const int mode = setting(evaluator, args, 1, "LUNITS", 2);
     const int precision = setting(evaluator, args, 2, "LUPREC", 4);
-    return textOrThrow(lengthText(length, mode, precision, setting(evaluator, {}, 0, "DIMZIN", 0)), args);
+    return textOrThrow(ge::lengthText(length, mode, precision, setting(evaluator, {}, 0, "DIMZIN", 0)), args);
 }
 
 Value angtos(Evaluator& evaluator, Arguments args) {
     const double angle = asNumber(args[0]);
     const int mode = setting(evaluator, args, 1, "AUNITS", 0);
-    return textOrThrow(angleText(angle, mode, setting(evaluator, args, 2, "AUPREC", 0)), args);
+    return textOrThrow(ge::angleText(angle, mode, setting(evaluator, args, 2, "AUPREC", 0)), args);
 }
 
 Value realOrNil(const std::optional<double>& number) { return number ? Value::real(*number) : Value(); }
@@ -40,12 +40,12 @@ Value realOrNil(const std::optional<double>& number) { return number ? Value::re
 Value distof(Evaluator&, Arguments args) {
     if (given(args, 1) && (asInt(args[1]) < 1 || asInt(args[1]) > 5))
         throwBadArgument("fixnump:", args[1]);
-    return realOrNil(lengthFromText(asString(args[0])));
+    return realOrNil(ge::lengthFromText(asString(args[0])));
 }
 
 Value angtof(Evaluator& evaluator, Arguments args) {
     const int mode = setting(evaluator, args, 1, "AUNITS", 0);
-    return realOrNil(angleFromText(asString(args[0]), mode));
+    return realOrNil(ge::angleFromText(asString(args[0]), mode));
 }
 
 constexpr Builtin builtins[] = {

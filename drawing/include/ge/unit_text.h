@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace vndk::lisp {
+namespace vndk::ge {
 
 /// Modes: 1 scientific, 2 decimal, 3 engineering (feet and decimal inches), 4 architectural (feet and fractional
 /// inches), 5 fractional. `precision` is the number of decimals, or for modes 4 and 5 the denominator's power of two;
@@ -23,4 +23,4 @@ std::optional<double> lengthFromText(std::string_view text);
 /// An angle in radians; `mode` is the unit of a bare number. Nothing when the text is no angle.
 std::optional<double> angleFromText(std::string_view text, int mode);
 
-} // namespace vndk::lisp
+} // namespace vndk::ge

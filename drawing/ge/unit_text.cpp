@@ -1,11 +1,11 @@
-#include "unit_text.h"
+#include "ge/unit_text.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 
-namespace vndk::lisp {
+namespace vndk::ge {
 
 namespace {
 
@@ -316,4 +316,4 @@ std::optional<double> angleFromText(std::string_view text, int mode) {
     return negative ? -*angle : *angle;
 }
 
-} // namespace vndk::lisp
+} // namespace vndk::ge
