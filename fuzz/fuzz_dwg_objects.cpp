@@ -8,7 +8,10 @@
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/database.h"
+#include "db/dimensions.h"
+#include "db/leader.h"
 #include "db/polylines.h"
+#include "db/shape.h"
 #include "db/stub.h"
 #include "db/text.h"
 #include "dwg/bit_writer.h"
@@ -27,6 +30,31 @@ AcDbObjectId append(AcDbObjectId block, AcDbEntity* entity) {
     record->appendAcDbEntity(id, entity);
     entity->close();
     return id;
+}
+
+/// One of each kind, with its picture.
+void appendDimensions(AcDbObjectId space) {
+    append(space, new AcDbAlignedDimension({0, 0, 0}, {2, 0, 0}, {2, 1, 0}));
+    append(space, new AcDbRotatedDimension(0.5, {0, 0, 0}, {2, 0, 0}, {2, 1, 0}, "<> wide"));
+    auto* const corner = new AcDb3PointAngularDimension;
+    corner->setXLine1Point({1, 0, 0});
+    corner->setXLine2Point({0, 1, 0});
+    corner->setArcPoint({1, 1, 0});
+    append(space, corner);
+    auto* const lines = new AcDb2LineAngularDimension;
+    lines->setXLine1End({1, 0, 0});
+    lines->setXLine2End({0, 1, 0});
+    lines->setArcPoint({1, 1, 0});
+    append(space, lines);
+    auto* const radius = new AcDbRadialDimension;
+    radius->setChordPoint({1, 1, 0});
+    append(space, radius);
+    auto* const diameter = new AcDbDiametricDimension;
+    diameter->setChordPoint({1, 1, 0});
+    append(space, diameter);
+    auto* const ordinate = new AcDbOrdinateDimension;
+    ordinate->setLeaderEndPoint({3, 1, 0});
+    append(space, ordinate);
 }
 
 /// A drawing with an object of most kinds.
@@ -61,6 +89,13 @@ std::shared_ptr<FileImage> smallDrawing() {
     append(space, new AcDbEllipse);
     append(space, new AcDb3dPolyline);
     append(space, new AcDbMInsertBlock);
+    appendDimensions(space);
+    append(space, new AcDbFcf("{\\Fgdt;j}%%v0.5%%vA", {1, 2, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis));
+    append(space, new AcDbShape);
+    auto* const leader = new AcDbLeader;
+    for (const double x : {1.0, 2.5, 4.0})
+        leader->appendVertex({x, x * x, 0});
+    append(space, leader);
     return *FileImage::parse(*writeDrawing(database), "small drawing");
 }
 

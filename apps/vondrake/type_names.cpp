@@ -1,6 +1,7 @@
 #include "type_names.h"
 
 #include "db/block_reference.h"
+#include "db/dimensions.h"
 #include "db/opaque.h"
 #include "db/polylines.h"
 #include "db/stand_in.h"
@@ -27,13 +28,14 @@ constexpr ClassName kClassNames[] = {
     {&AcDb3dPolyline::desc, "POLYLINE_3D"},
     {&AcDbPolygonMesh::desc, "POLYLINE_MESH"},
     {&AcDbPolyFaceMesh::desc, "POLYLINE_PFACE"},
+    {&AcDbOrdinateDimension::desc, "DIMENSION_ORDINATE"},
+    {&AcDbRotatedDimension::desc, "DIMENSION_LINEAR"},
+    {&AcDbAlignedDimension::desc, "DIMENSION_ALIGNED"},
+    {&AcDb3PointAngularDimension::desc, "DIMENSION_ANG3PT"},
+    {&AcDb2LineAngularDimension::desc, "DIMENSION_ANG2LN"},
+    {&AcDbRadialDimension::desc, "DIMENSION_RADIUS"},
+    {&AcDbDiametricDimension::desc, "DIMENSION_DIAMETER"},
 };
-
-/// By the format's type numbers, from 20 on.
-constexpr const char* kDimensions[] = {"DIMENSION_ORDINATE", "DIMENSION_LINEAR", "DIMENSION_ALIGNED",
-                                       "DIMENSION_ANG3PT",   "DIMENSION_ANG2LN", "DIMENSION_RADIUS",
-                                       "DIMENSION_DIAMETER"};
-constexpr unsigned kFirstDimension = 20;
 
 std::string withoutPrefix(std::string_view name) {
     for (const std::string_view prefix : {"ACDB", "ACAD_"})
@@ -43,8 +45,6 @@ std::string withoutPrefix(std::string_view name) {
 }
 
 std::string nameOfOpaque(const AcDbOpaqueFields& fields) {
-    if (fields.fixedType >= kFirstDimension && fields.fixedType < kFirstDimension + std::size(kDimensions))
-        return kDimensions[fields.fixedType - kFirstDimension];
     return fields.typeName.empty() ? "UNKNOWN" : withoutPrefix(fields.typeName);
 }
 

@@ -1,5 +1,6 @@
 #include "db/block_reference.h"
 
+#include "db/block_extents.h"
 #include "db/database.h"
 #include "db/plane_math.h"
 #include "db/stub.h"
@@ -124,39 +125,8 @@ Acad::ErrorStatus AcDbBlockReference::transformBy(const AcGeMatrix3d& matrix) {
     return status == Acad::eOk ? xDataTransformBy(matrix) : status;
 }
 
-namespace {
-
-/// Blocks within blocks nest this deep at most when their box is measured; a block that holds itself ends there.
-constexpr int kDeepest = 32;
-thread_local int nesting = 0;
-
-struct NestingScope {
-    NestingScope() { ++nesting; }
-    ~NestingScope() { --nesting; }
-};
-
-/// The box of a block's entities in the block's coordinates, the base point at the origin.
-AcDbExtents blockExtents(AcDbObjectId block) {
-    AcDbExtents all;
-    const AcDbObjectPointer<AcDbBlockTableRecord> record(block);
-    if (!record || nesting > kDeepest)
-        return all;
-    const NestingScope scope;
-    for (const AcDbObjectId id : record->entities()) {
-        const AcDbObjectPointer<AcDbEntity> entity(id);
-        AcDbExtents box;
-        if (entity && entity->getGeomExtents(box) == Acad::eOk)
-            all.addExt(box);
-    }
-    if (!all.isEmpty())
-        all.transformBy(AcGeMatrix3d::translation(AcGePoint3d::kOrigin - record->origin()));
-    return all;
-}
-
-} // namespace
-
 Acad::ErrorStatus AcDbBlockReference::getGeomExtents(AcDbExtents& extents) const {
-    extents = blockExtents(data_.block);
+    extents = vndk::db::blockExtents(data_.block);
     if (!extents.isEmpty())
         extents.transformBy(blockTransform());
     for (const AcDbObjectId id : attributes()) {

@@ -34,14 +34,14 @@ AcDbObjectId AcDbCloneRun::tableFor(const AcDbSymbolTableRecord& record) const {
         {AcDbLayerTableRecord::desc(), to_.layerTableId()},
         {AcDbTextStyleTableRecord::desc(), to_.textStyleTableId()},
         {AcDbLinetypeTableRecord::desc(), to_.linetypeTableId()},
-        {AcDbRegAppTableRecord::desc(), to_.regAppTableId()}};
+        {AcDbRegAppTableRecord::desc(), to_.regAppTableId()},
+        {AcDbDimStyleTableRecord::desc(), to_.dimStyleTableId()}};
     for (const auto& [cls, table] : tables)
         if (record.isKindOf(cls))
             return table;
     // The others are of one class: the owner tells. A damaged file's owner may be anything.
     const AcDbObjectId table = mapping_.lookUp(record.ownerId());
-    const AcDbObjectId others[] = {to_.viewTableId(), to_.UCSTableId(), to_.viewportTableId(), to_.dimStyleTableId(),
-                                   to_.vxTableId()};
+    const AcDbObjectId others[] = {to_.viewTableId(), to_.UCSTableId(), to_.viewportTableId(), to_.vxTableId()};
     return std::find(std::begin(others), std::end(others), table) != std::end(others) ? table : AcDbObjectId();
 }
 

@@ -2,6 +2,7 @@
 
 #include "db/block_ends.h"
 #include "db/block_reference.h"
+#include "db/dimensions.h"
 #include "db/opaque.h"
 #include "db/polylines.h"
 #include "db/stub.h"
@@ -213,8 +214,12 @@ Acad::ErrorStatus AcDbCloneRun::follow(const Pending& pending, AcDbObjectId id, 
         return cloneChild(*target, *pending.copy);
     if (isOwning(kind) && target->ownerId() == pending.original->ownerId() && target->isKindOf(AcDbEntity::desc()))
         return followBeside(*target, *pending.copy);
-    if (!betweenDrawings())
-        return Acad::eOk;
+    if (!betweenDrawings()) {
+        // The picture of a dimension is its own: the copy gets one, too.
+        const auto* const dimension = AcDbDimension::cast(pending.original);
+        auto* const picture = dimension && dimension->dimBlockId() == id ? AcDbBlockTableRecord::cast(target) : nullptr;
+        return picture && picture->isAnonymous() ? findRecord(*picture) : Acad::eOk;
+    }
     // A soft pointer takes nothing along but what a drawing has in any case when it has the holder.
     const bool soft = kind == AcDb::kSoftPointer;
     if (auto* const record = AcDbSymbolTableRecord::cast(target))

@@ -1,6 +1,7 @@
 // Turning what the copies refer to, once everything that is needed has been copied.
 #include "db/block_reference.h"
 #include "db/clone_run.h"
+#include "db/leader.h"
 #include "db/opaque.h"
 #include "db/stub.h"
 #include "db/xdata.h"
@@ -51,6 +52,20 @@ void setLayerRaw(AcDbEntity& entity, AcDbObjectId layer) {
     entity.setCommonData(data);
 }
 
+AcDbObjectId annotationOf(const AcDbObject& object) {
+    const auto* const leader = AcDbLeader::cast(&object);
+    return leader ? leader->annotationObjId() : AcDbObjectId();
+}
+
+/// What a leader's original says stays with the original, unless it was copied too.
+void dropAnnotation(AcDbObject& copy) {
+    auto& leader = static_cast<AcDbLeader&>(copy);
+    AcDbLeader::Data data = leader.data();
+    data.annotation.setNull();
+    data.annotationType = AcDbLeader::kNoAnno;
+    leader.setFileData(std::move(data));
+}
+
 } // namespace
 
 void AcDbCloneRun::translate() {
@@ -59,7 +74,10 @@ void AcDbCloneRun::translate() {
         // The owner was set when the copy became resident: it names the destination's already.
         AcDbObject* const copy = id.stub()->object;
         lostReference_ = false;
+        const AcDbObjectId annotation = annotationOf(*copy);
         copy->visitReferences(translator);
+        if (!annotation.isNull() && (annotationOf(*copy).isNull() || annotationOf(*copy) == annotation))
+            dropAnnotation(*copy);
         if (!betweenDrawings())
             continue;
         tidy(*copy);

@@ -1,20 +1,32 @@
 set(ENTITY_SOURCES
   db/attributes.cpp
+  db/block_extents.cpp
   db/block_reference.cpp
   db/curves.cpp
+  db/dimension_kinds.cpp
+  db/dimension_picture.cpp
+  db/dimension_text.cpp
+  db/dimensions.cpp
   db/ellipse_spline.cpp
+  db/draw_angular_dimension.cpp
+  db/draw_linear_dimension.cpp
+  db/draw_radial_dimension.cpp
   db/explode_mtext.cpp
   db/explode_polylines.cpp
   db/explode_reference.cpp
+  db/leader.cpp
   db/mtext.cpp
   db/opaque.cpp
   db/plane_math.cpp
   db/point.cpp
   db/polyline.cpp
+  db/shape.cpp
   db/solids.cpp
   db/subentities.cpp
   db/text.cpp
   db/tied_entities.cpp
+  db/tolerance.cpp
+  db/tolerance_symbols.cpp
   db/transformed_parts.cpp
   db/vertex_polylines.cpp
   db/viewport.cpp

@@ -20,25 +20,6 @@ AcGeMatrix3d fromBlock(const AcDbBlockReference& reference, const AcDbBlockTable
     return reference.blockTransform() * AcGeMatrix3d::translation(AcGePoint3d::kOrigin - block.origin());
 }
 
-/// Gives a part what it would take from the reference that it is seen by.
-void inherit(AcDbEntity& part, const AcDbBlockReference& reference, AcDbDatabase& database) {
-    if (part.colorIndex() == kAcDbColorByBlock)
-        part.setColorIndex(reference.colorIndex());
-    if (part.linetypeId() == database.byBlockLinetypeId())
-        part.setLinetype(reference.linetypeId());
-    if (part.lineWeight() == AcDb::kLnWtByBlock)
-        part.setLineWeight(reference.lineWeight());
-    const AcDbObjectPointer<AcDbLayerTableRecord> layer(part.layerId());
-    if (layer && layer->name() == "0")
-        part.setLayer(reference.layerId());
-    const auto* const polyline = AcDbVertexOwner::cast(&part);
-    if (!polyline)
-        return;
-    for (const AcDbObjectId id : polyline->vertices())
-        if (const AcDbObjectPointer<AcDbEntity> vertex(id, AcDb::kForWrite); vertex)
-            inherit(*vertex, reference, database);
-}
-
 /// Can a copy of the entity with all it owns be transformed?
 Acad::ErrorStatus follows(const AcDbEntity& entity, const AcGeMatrix3d& matrix) {
     const std::unique_ptr<AcDbObject> trial(entity.copyData());
@@ -73,7 +54,7 @@ Acad::ErrorStatus place(const AcDbBlockReference& reference, std::vector<Outcome
             if (const Acad::ErrorStatus status = run.cloneEntities({outcome.source}, *space); status != Acad::eOk)
                 return status;
         for (std::unique_ptr<AcDbEntity>& part : outcome.parts) {
-            inherit(*part, reference, *reference.database());
+            vndk::db::inherit(*part, reference, *reference.database());
             AcDbObjectId id;
             if (const Acad::ErrorStatus status = space->appendAcDbEntity(id, part.get()); status != Acad::eOk)
                 return status;
@@ -91,7 +72,7 @@ Acad::ErrorStatus settle(const AcDbBlockReference& reference, const std::vector<
         const AcDbObjectPointer<AcDbEntity> copy(mapping.lookUp(outcome.source), AcDb::kForWrite);
         if (!copy)
             continue;
-        inherit(*copy, reference, *reference.database());
+        vndk::db::inherit(*copy, reference, *reference.database());
         copies.push_back(copy->objectId());
     }
     for (const AcDbObjectId id : acdbWithoutTied(copies)) {
@@ -121,7 +102,7 @@ Acad::ErrorStatus AcDbBlockReference::explode(std::vector<AcDbEntity*>& parts) c
             return status;
     }
     for (const std::unique_ptr<AcDbEntity>& piece : pieces)
-        inherit(*piece, *this, *block->database());
+        vndk::db::inherit(*piece, *this, *block->database());
     vndk::db::release(pieces, parts);
     return Acad::eOk;
 }

@@ -6,6 +6,7 @@ set(DB_SOURCES
   db/clone_translation.cpp
   db/database.cpp
   db/dictionary.cpp
+  db/dim_style.cpp
   db/entity.cpp
   db/line_weight.cpp
   db/object.cpp

@@ -2,6 +2,9 @@
 
 #include "db/block_reference.h"
 #include "db/curves.h"
+#include "db/database.h"
+#include "db/dimensions.h"
+#include "db/leader.h"
 #include "db/plane_math.h"
 #include "db/polylines.h"
 #include "db/solids.h"
@@ -187,6 +190,11 @@ bool hasArcs(const AcDbEntity& entity) {
                                    [](const AcDbPolyline::Vertex& vertex) { return vertex.bulge != 0; });
 }
 
+bool comesInPieces(const AcDbEntity& entity) {
+    return hasArcs(entity) || entity.isKindOf(AcDbMText::desc()) || entity.isKindOf(AcDbDimension::desc()) ||
+           entity.isKindOf(AcDbLeader::desc()) || entity.isKindOf(AcDbFcf::desc());
+}
+
 Acad::ErrorStatus addPieces(const AcDbEntity& entity, const AcGeMatrix3d& matrix, Parts& parts) {
     std::vector<AcDbEntity*> raw;
     if (const Acad::ErrorStatus status = entity.explode(raw); status != Acad::eOk)
@@ -208,8 +216,10 @@ Acad::ErrorStatus addTransformed(const AcDbEntity& entity, const AcGeMatrix3d& m
         return addPieces(entity, matrix, parts);
     Part copy = looseCopy(entity);
     const Acad::ErrorStatus status = copy->transformBy(matrix);
-    if (status == Acad::eCannotScaleNonUniformly && hasArcs(entity))
-        return addPieces(entity, matrix, parts);
+    if (status == Acad::eCannotScaleNonUniformly && comesInPieces(entity)) {
+        const Acad::ErrorStatus pieces = addPieces(entity, matrix, parts);
+        return pieces == Acad::eNotApplicable ? Acad::eCannotScaleNonUniformly : pieces;
+    }
     if (status == Acad::eCannotScaleNonUniformly)
         copy = unevenlyTransformed(entity, matrix);
     else if (status != Acad::eOk)
@@ -218,6 +228,34 @@ Acad::ErrorStatus addTransformed(const AcDbEntity& entity, const AcGeMatrix3d& m
         return Acad::eCannotScaleNonUniformly;
     parts.push_back(std::move(copy));
     return Acad::eOk;
+}
+
+void inherit(AcDbEntity& part, const AcDbEntity& shownBy, AcDbDatabase& database) {
+    if (part.colorIndex() == kAcDbColorByBlock)
+        part.setColorIndex(shownBy.colorIndex());
+    if (part.linetypeId() == database.byBlockLinetypeId())
+        part.setLinetype(shownBy.linetypeId());
+    if (part.lineWeight() == AcDb::kLnWtByBlock)
+        part.setLineWeight(shownBy.lineWeight());
+    const AcDbObjectPointer<AcDbLayerTableRecord> layer(part.layerId());
+    if (layer && layer->name() == "0")
+        part.setLayer(shownBy.layerId());
+    const auto* const polyline = AcDbVertexOwner::cast(&part);
+    if (!polyline)
+        return;
+    for (const AcDbObjectId id : polyline->vertices())
+        if (const AcDbObjectPointer<AcDbEntity> vertex(id, AcDb::kForWrite); vertex)
+            inherit(*vertex, shownBy, database);
+}
+
+Parts shownBy(const AcDbEntity& entity, AcDbDatabase* database, Parts parts) {
+    for (const std::unique_ptr<AcDbEntity>& part : parts) {
+        if (database)
+            inherit(*part, entity, *database);
+        else
+            part->setPropertiesFrom(&entity);
+    }
+    return parts;
 }
 
 } // namespace vndk::db

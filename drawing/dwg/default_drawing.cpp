@@ -16,7 +16,6 @@ namespace vndk::dwg {
 namespace {
 
 constexpr uint16_t kMlineStyleType = 73;
-constexpr uint16_t kDimStyleType = 69;
 constexpr uint16_t kViewportType = 65;
 
 using Reference = AcDbOpaqueFields::Reference;
@@ -60,37 +59,6 @@ void worldAxes(BitWriter& w) {
     p3(w, 0, 1, 0);
     w.BD(0); // elevation
     w.BS(0); // no orthographic view
-}
-
-BitWriter dimStyleFields(const HeaderVariables& h) {
-    BitWriter w;
-    w.TV(h.DIMPOST);
-    w.TV(h.DIMAPOST);
-    for (const double v : {h.DIMSCALE, h.DIMASZ, h.DIMEXO, h.DIMDLI, h.DIMEXE, h.DIMRND, h.DIMDLE, h.DIMTP, h.DIMTM})
-        w.BD(v);
-    for (const bool v : {h.DIMTOL, h.DIMLIM, h.DIMTIH, h.DIMTOH, h.DIMSE1, h.DIMSE2})
-        w.B(v);
-    for (const int v : {h.DIMTAD, h.DIMZIN, h.DIMAZIN})
-        w.BS(static_cast<uint16_t>(v));
-    for (const double v :
-         {h.DIMTXT, h.DIMCEN, h.DIMTSZ, h.DIMALTF, h.DIMLFAC, h.DIMTVP, h.DIMTFAC, h.DIMGAP, h.DIMALTRND})
-        w.BD(v);
-    w.B(h.DIMALT);
-    w.BS(static_cast<uint16_t>(h.DIMALTD));
-    for (const bool v : {h.DIMTOFL, h.DIMSAH, h.DIMTIX, h.DIMSOXD})
-        w.B(v);
-    for (const int v : {h.DIMCLRD, h.DIMCLRE, h.DIMCLRT, h.DIMADEC, h.DIMDEC, h.DIMTDEC, h.DIMALTU, h.DIMALTTD,
-                        h.DIMAUNIT, h.DIMFRAC, h.DIMLUNIT, h.DIMDSEP, h.DIMTMOVE, h.DIMJUST})
-        w.BS(static_cast<uint16_t>(v));
-    w.B(h.DIMSD1);
-    w.B(h.DIMSD2);
-    for (const int v : {h.DIMTOLJ, h.DIMTZIN, h.DIMALTZ, h.DIMALTTZ})
-        w.BS(static_cast<uint16_t>(v));
-    w.B(h.DIMUPT);
-    for (const int v : {h.DIMATFIT, h.DIMLWD, h.DIMLWE})
-        w.BS(static_cast<uint16_t>(v));
-    w.B(false);
-    return w;
 }
 
 BitWriter viewportFields() {
@@ -364,10 +332,10 @@ void Builder::addRecords() {
     header_.PAPER_SPACE = paper.handle().value();
     header_.MODEL_SPACE = model.handle().value();
 
-    auto* const dimStyle = new AcDbOpaqueTableRecord;
-    dimStyle->setFields(
-        opaqueFields("DIMSTYLE", kDimStyleType, dimStyleFields(header_),
-                     {reference(5, standardStyle_), reference(5), reference(5), reference(5), reference(5)}));
+    auto* const dimStyle = new AcDbDimStyleTableRecord;
+    AcDbDimStyleTableRecord::Data style;
+    style.dimtxsty = standardStyle_;
+    dimStyle->setFileData(std::move(style));
     header_.DIMSTYLE = addRecord(0x27, dimStyles_, dimStyle, "Standard").handle().value();
     auto* const viewport = new AcDbOpaqueTableRecord;
     viewport->setFields(opaqueFields("VPORT", kViewportType, viewportFields(), {reference(5), reference(5)}));

@@ -1,9 +1,12 @@
 set(DWG_OBJECT_SOURCES
   dwg/active_view.cpp
+  dwg/annotation_fields.cpp
   dwg/block_header_fields.cpp
   dwg/complex_fields.cpp
   dwg/curve_fields.cpp
   dwg/database_files.cpp
+  dwg/dim_style_fields.cpp
+  dwg/dimension_fields.cpp
   dwg/drawing_reader.cpp
   dwg/drawing_source.cpp
   dwg/drawing_writer.cpp

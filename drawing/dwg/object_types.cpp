@@ -13,20 +13,10 @@ struct TypeName {
 };
 
 constexpr TypeName kOtherTypes[] = {
-    {20, "DIMENSION"},
-    {21, "DIMENSION"},
-    {22, "DIMENSION"},
-    {23, "DIMENSION"},
-    {24, "DIMENSION"},
-    {25, "DIMENSION"},
-    {26, "DIMENSION"},
-    {33, "SHAPE"},
     {37, "REGION"},
     {38, "3DSOLID"},
     {39, "BODY"},
     {43, "OLEFRAME"},
-    {45, "LEADER"},
-    {46, "TOLERANCE"},
     {47, "MLINE"},
     {72, "GROUP"},
     {73, "MLINESTYLE"},
@@ -44,8 +34,9 @@ constexpr TypeName kOtherTypes[] = {
 
 constexpr size_t kFixedNumbers = 83;
 
-std::array<std::span<const ObjectType>, 6> allTypes() {
-    return {curveTypes(), textTypes(), complexTypes(), planarTypes(), tableTypes(), recordTypes()};
+std::array<std::span<const ObjectType>, 8> allTypes() {
+    return {curveTypes(), textTypes(),   complexTypes(),   planarTypes(),
+            tableTypes(), recordTypes(), dimensionTypes(), annotationTypes()};
 }
 
 std::array<const ObjectType*, kFixedNumbers> indexByNumber() {

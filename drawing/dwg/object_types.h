@@ -33,6 +33,8 @@ std::span<const ObjectType> complexTypes();
 std::span<const ObjectType> planarTypes();
 std::span<const ObjectType> tableTypes();
 std::span<const ObjectType> recordTypes();
+std::span<const ObjectType> dimensionTypes();
+std::span<const ObjectType> annotationTypes();
 
 template <class T>
 void assignBaseOf(AcDbObject& derived, const AcDbObject& base) {

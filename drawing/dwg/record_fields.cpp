@@ -182,7 +182,6 @@ struct OpaqueRecordType {
 constexpr OpaqueRecordType kView = {61, "VIEW"};
 constexpr OpaqueRecordType kUcs = {63, "UCS"};
 constexpr OpaqueRecordType kViewport = {65, "VPORT"};
-constexpr OpaqueRecordType kDimStyle = {69, "DIMSTYLE"};
 constexpr OpaqueRecordType kVx = {71, "VX_TABLE_RECORD"};
 
 template <const OpaqueRecordType& Type>
@@ -223,7 +222,7 @@ constexpr ObjectType kTypes[] = {
     opaqueRecordType<kViewport>(),
     {67, "APPID", &AcDbRegAppTableRecord::desc, readApplication, writeApplication,
      &assignBaseOf<AcDbRegAppTableRecord>},
-    opaqueRecordType<kDimStyle>(),
+    dimStyleType(),
     opaqueRecordType<kVx>(),
 };
 

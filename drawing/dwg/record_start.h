@@ -1,7 +1,8 @@
 #pragma once
-/// What all symbol table records begin with, and the record that is a topic of its own.
+/// What all symbol table records begin with, and the records that are topics of their own.
 
 #include "db/block_table.h"
+#include "db/dim_style.h"
 #include "dwg/object_types.h"
 
 namespace vndk::dwg {
@@ -20,6 +21,14 @@ constexpr ObjectType blockHeaderType() {
             readBlockHeader,
             writeBlockHeader,
             &assignBaseOf<AcDbBlockTableRecord>};
+}
+
+AcDbObject* readDimStyle(FieldReader& reader);
+void writeDimStyle(FieldWriter& writer, const AcDbObject& object);
+
+constexpr ObjectType dimStyleType() {
+    return {69,           "DIMSTYLE",    &AcDbDimStyleTableRecord::desc,
+            readDimStyle, writeDimStyle, &assignBaseOf<AcDbDimStyleTableRecord>};
 }
 
 /// The name as a BLOCK_HEADER stores it: without the number of an anonymous block or of a further paper space,

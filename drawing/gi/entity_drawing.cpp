@@ -3,10 +3,14 @@
 #include "db/block_reference.h"
 #include "db/block_table.h"
 #include "db/database.h"
+#include "db/dimensions.h"
 #include "db/is_a.h"
-#include "db/opaque.h"
+#include "db/leader.h"
 #include "db/open.h"
 #include "db/point.h"
+#include "db/shape.h"
+#include "db/transformed_parts.h"
+#include "db/viewport.h"
 #include "gi/entity_drawing_parts.h"
 
 #include <algorithm>
@@ -44,6 +48,8 @@ Draw drawerOf(const AcRxClass* cls) {
         {AcDbFilledArea::desc(), drawFilledArea},
         {AcDbFace::desc(), drawFace},
         {AcDbPoint::desc(), drawPoint},
+        {AcDbShape::desc(), drawShape},
+        {AcDbViewport::desc(), drawViewport},
         {AcDbText::desc(), drawText},
         {AcDbMText::desc(), drawMText},
     };
@@ -101,19 +107,20 @@ void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) 
     drawAttributes(reference, context);
 }
 
-/// A dimension's picture is a block of its own, which stands where it is seen. It is the only block that its record
-/// refers to, but for arrow heads.
-bool drawDimension(const AcDbOpaqueEntity& dimension, AcGiWorldDraw& context) {
-    for (const AcDbOpaqueFields::Reference& reference : dimension.fields().references) {
-        if (!acdbIsA(reference.id, AcDbBlockTableRecord::desc()))
-            continue;
-        const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.id);
-        if (!record || !record->isAnonymous())
-            continue;
-        context.geometry().block(reference.id, AcGeMatrix3d());
-        return true;
-    }
-    return false;
+void drawParts(const std::vector<std::unique_ptr<AcDbEntity>>& parts, AcGiWorldDraw& context) {
+    for (const std::unique_ptr<AcDbEntity>& part : parts)
+        acgiDrawEntity(*part, context);
+}
+
+/// A dimension's picture is a block, which stands where it is seen. One without is drawn from its data.
+void drawDimension(const AcDbDimension& dimension, AcGiWorldDraw& context) {
+    const AcDbObjectId block = dimension.dimBlockId();
+    if (acdbIsA(block, AcDbBlockTableRecord::desc()) && !block.isErased())
+        return context.geometry().block(block, dimension.dimBlockTransform());
+    const auto parts = vndk::db::shownBy(
+        dimension, dimension.database() ? dimension.database() : dimension.dimensionStyle().database(),
+        dimension.picture());
+    drawParts(parts, context);
 }
 
 } // namespace
@@ -130,12 +137,23 @@ bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
         drawReference(*reference, context);
         return true;
     }
+    if (const auto* const dimension = AcDbDimension::cast(&entity)) {
+        drawDimension(*dimension, context);
+        return true;
+    }
+    if (const auto* const leader = AcDbLeader::cast(&entity)) {
+        drawParts(leader->picture(), context);
+        return true;
+    }
+    if (const auto* const tolerance = AcDbFcf::cast(&entity)) {
+        drawParts(tolerance->picture(), context);
+        return true;
+    }
     if (const Draw draw = drawerOf(entity.isA())) {
         draw(entity, context.geometry());
         return true;
     }
-    const auto* const opaque = AcDbOpaqueEntity::cast(&entity);
-    return opaque && opaque->fields().typeName == "DIMENSION" && drawDimension(*opaque, context);
+    return false;
 }
 
 void acgiDrawInBlock(const AcDbEntity& entity, bool definitions, AcGiWorldDraw& context) {

@@ -24,6 +24,8 @@ void drawFilledArea(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawFace(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawText(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawMText(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawShape(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawViewport(const AcDbEntity& entity, AcGiGeometry& geometry);
 
 /// A text entity's line with `shown` in place of its own value.
 void drawTextLine(const AcDbText& text, const std::string& shown, AcGiGeometry& geometry);

@@ -1,4 +1,5 @@
 set(GI_SOURCES
+  gi/annotation_drawing.cpp
   gi/curve_drawing.cpp
   gi/drawable.cpp
   gi/entity_drawing.cpp

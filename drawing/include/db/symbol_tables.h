@@ -1,6 +1,7 @@
 // The tables of a drawing and their records, blocks aside (db/block_table.h).
 #pragma once
 
+#include "db/dim_style.h"
 #include "db/opaque_fields.h"
 #include "db/symbol_table.h"
 #include "ge/vector.h"
@@ -105,6 +106,7 @@ ACDB_SYMBOL_TABLE(AcDbLayerTable, AcDbLayerTableRecord)
 ACDB_SYMBOL_TABLE(AcDbTextStyleTable, AcDbTextStyleTableRecord)
 ACDB_SYMBOL_TABLE(AcDbLinetypeTable, AcDbLinetypeTableRecord)
 ACDB_SYMBOL_TABLE(AcDbRegAppTable, AcDbRegAppTableRecord)
+ACDB_SYMBOL_TABLE(AcDbDimStyleTable, AcDbDimStyleTableRecord)
 
 // Tables whose records are kept as they are in the file: they are looked up by name and listed, no more.
 class AcDbOpaqueTableRecord : public AcDbSymbolTableRecord {
@@ -122,5 +124,4 @@ private:
 ACDB_SYMBOL_TABLE(AcDbViewTable, AcDbOpaqueTableRecord)
 ACDB_SYMBOL_TABLE(AcDbUCSTable, AcDbOpaqueTableRecord)
 ACDB_SYMBOL_TABLE(AcDbViewportTable, AcDbOpaqueTableRecord)
-ACDB_SYMBOL_TABLE(AcDbDimStyleTable, AcDbOpaqueTableRecord)
 ACDB_SYMBOL_TABLE(AcDbVXTable, AcDbOpaqueTableRecord)

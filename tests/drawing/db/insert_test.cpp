@@ -163,26 +163,26 @@ TEST_F(Insert, WhatAnExtensionDictionaryHoldsIsNamedFromElsewhere) {
         found<AcDbDictionary>(source.database, found<AcDbLine>(source.database, source.line)->extensionDictionary());
     dictionary->getAt("VALUES", values);
     auto* const entity = new AcDbOpaqueEntity;
-    entity->setFields(RichDrawing::fields("LEADER", 45, {{5, values, 0}}));
+    entity->setFields(RichDrawing::fields("OLEFRAME", 43, {{5, values, 0}}));
     source.append(entity);
     const AcDbObjectId block = insert();
     const auto* const line = firstOf<AcDbLine>(database, block);
     const auto* const copy = found<AcDbDictionary>(database, line->extensionDictionary());
-    const auto* const leader = found<AcDbOpaqueEntity>(database, contents(database, block).back());
+    const auto* const frame = found<AcDbOpaqueEntity>(database, contents(database, block).back());
     ASSERT_EQ(copy->entries().size(), 1u);
-    EXPECT_EQ(leader->fields().references[0].id, copy->entries()[0].id);
+    EXPECT_EQ(frame->fields().references[0].id, copy->entries()[0].id);
 }
 
 TEST_F(Insert, ALostReferenceOfAnUnknownTypeIsTold) {
     auto* const entity = new AcDbOpaqueEntity;
-    entity->setFields(RichDrawing::fields("LEADER", 45, {{5, source.paper, 0}, {5, {}, 0x10}}));
+    entity->setFields(RichDrawing::fields("OLEFRAME", 43, {{5, source.paper, 0}, {5, {}, 0x10}}));
     source.append(entity);
     const AcDbObjectId block = insert();
     const auto* const copy = found<AcDbOpaqueEntity>(database, contents(database, block).back());
     for (const AcDbOpaqueFields::Reference& reference : copy->fields().references)
         EXPECT_TRUE(reference.id.isNull() && reference.danglingHandle == 0);
     ASSERT_EQ(database.warnings().size(), 1u);
-    EXPECT_NE(database.warnings()[0].find("LEADER"), std::string::npos);
+    EXPECT_NE(database.warnings()[0].find("OLEFRAME"), std::string::npos);
 }
 
 TEST_F(Insert, BlocksDontComeToHoldThemselves) {

@@ -3,20 +3,25 @@
 
 #include <functional>
 #include <map>
+#include <set>
 
 #include "db/block_ends.h"
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/database.h"
+#include "db/dimensions.h"
+#include "db/leader.h"
 #include "db/line_weight.h"
 #include "db/point.h"
 #include "db/polylines.h"
+#include "db/shape.h"
 #include "db/solids.h"
 #include "db/stub.h"
 #include "db/text.h"
 #include "db/viewport.h"
 #include "dwg/codepage.h"
 #include "dwg/drawing_reader.h"
+#include "dwg/drawing_source.h"
 #include "support/drawings.h"
 #include "support/json.h"
 
@@ -56,6 +61,18 @@ auto handleOf(Get get) {
     return [get](const AcDbObject& object) {
         return numbers(static_cast<double>(get(static_cast<const T&>(object)).handle().value()));
     };
+}
+
+template <class T, class Get>
+auto pointsOf(Get get) {
+    return [get](const AcDbObject& object) { return numbers(get(static_cast<const T&>(object).points())); };
+}
+
+/// What the points tell, not what the file says of them.
+Numbers measured(const AcDbObject& object) {
+    double value = 0;
+    EXPECT_EQ(static_cast<const AcDbDimension&>(object).measurement(value), Acad::eOk);
+    return numbers(value);
 }
 
 #define DATA(member) [](const auto& data) { return data.member; }
@@ -115,6 +132,30 @@ const std::vector<Field> kFields = {
     {"VIEWPORT", "UCSVP", of<AcDbViewport>(DATA(ucsPerViewport))},
     {"VIEWPORT", "vport_entity_header",
      of<AcDbViewport>([](const auto& data) { return static_cast<double>(data.vxRecord.handle().value()); })},
+    {"DIMENSION_LINEAR", "xline1_pt", pointsOf<AcDbRotatedDimension>(DATA(xLine1))},
+    {"DIMENSION_LINEAR", "dim_rotation", pointsOf<AcDbRotatedDimension>(DATA(rotation))},
+    {"DIMENSION_LINEAR", "dimstyle", handleOf<AcDbDimension>(CALL(dimensionStyle()))},
+    {"DIMENSION_LINEAR", "block", handleOf<AcDbDimension>(CALL(dimBlockId()))},
+    {"DIMENSION_LINEAR", "attachment", of<AcDbDimension>(DATA(attachment))},
+    {"DIMENSION_LINEAR", "act_measurement", measured},
+    {"DIMENSION_ALIGNED", "def_pt", pointsOf<AcDbAlignedDimension>(DATA(dimLine))},
+    {"DIMENSION_ALIGNED", "oblique_angle", pointsOf<AcDbAlignedDimension>(DATA(oblique))},
+    {"DIMENSION_ALIGNED", "act_measurement", measured},
+    {"DIMENSION_ANG2LN", "xline1end_pt", pointsOf<AcDb2LineAngularDimension>(DATA(xLine1End))},
+    {"DIMENSION_ANG2LN", "xline2end_pt", pointsOf<AcDb2LineAngularDimension>(DATA(xLine2End))},
+    {"DIMENSION_ANG2LN", "act_measurement", measured},
+    {"DIMENSION_ORDINATE", "feature_location_pt", pointsOf<AcDbOrdinateDimension>(DATA(feature))},
+    {"DIMENSION_ORDINATE", "flag2", pointsOf<AcDbOrdinateDimension>(DATA(flags))},
+    {"DIMENSION_ORDINATE", "act_measurement", measured},
+    {"DIMSTYLE", "DIMASZ", of<AcDbDimStyleTableRecord>(DATA(dimasz))},
+    {"DIMSTYLE", "DIMGAP", of<AcDbDimStyleTableRecord>(DATA(dimgap))},
+    {"DIMSTYLE", "DIMTAD", of<AcDbDimStyleTableRecord>(DATA(dimtad))},
+    {"DIMSTYLE", "DIMTOFL", of<AcDbDimStyleTableRecord>(DATA(dimtofl))},
+    {"DIMSTYLE", "DIMDSEP", of<AcDbDimStyleTableRecord>(DATA(dimdsep))},
+    {"DIMSTYLE", "DIMLWE", of<AcDbDimStyleTableRecord>(DATA(dimlwe))},
+    {"TOLERANCE", "x_direction", of<AcDbFcf>(DATA(direction))},
+    {"SHAPE", "rotation", of<AcDbShape>(DATA(rotation))},
+    {"SHAPE", "style_id", of<AcDbShape>(DATA(number))},
     {"LAYER", "color",
      [](const AcDbObject& o) { return numbers(static_cast<const AcDbLayerTableRecord&>(o).color()); }},
     {"LAYER", "linewt",
@@ -145,6 +186,9 @@ const std::vector<TextField> kTextFields = {
     {"ATTDEF", "prompt",
      [](const AcDbObject& o) { return static_cast<const AcDbAttributeDefinition&>(o).promptValue(); }},
     {"MTEXT", "text", [](const AcDbObject& o) { return static_cast<const AcDbMText&>(o).contentsValue(); }},
+    {"TOLERANCE", "text_value", [](const AcDbObject& o) { return static_cast<const AcDbFcf&>(o).textValue(); }},
+    {"DIMENSION_ALIGNED", "user_text",
+     [](const AcDbObject& o) { return static_cast<const AcDbDimension&>(o).dimensionTextValue(); }},
     {"BLOCK", "name", [](const AcDbObject& o) { return static_cast<const AcDbBlockBegin&>(o).fileName(); }},
     {"LAYER", "name", [](const AcDbObject& o) { return static_cast<const AcDbLayerTableRecord&>(o).name(); }},
     {"LTYPE", "description",
@@ -213,6 +257,43 @@ TEST(ObjectValues, AreThoseThatAnIndependentReaderFound) {
         EXPECT_GT(compared[std::string(field.type) + " " + field.name], 0) << field.type << " " << field.name;
     for (const TextField& field : kTextFields)
         EXPECT_GT(compared[std::string(field.type) + " " + field.name], 0) << field.type << " " << field.name;
+}
+
+/// The objects of a file of any release. Only the newest can be opened as a drawing so far.
+void readObjects(AcDbDatabase& database, const std::string& path) {
+    auto image = dwg::FileImage::read(path, dwg::kEveryVersion);
+    ASSERT_TRUE(image) << image.error().message;
+    const dwg::FileImage& file = **image;
+    database.setSource(std::make_shared<dwg::DrawingSource>(database, *image));
+    for (const dwg::ObjectRecord& record : file.objects())
+        database.addFileStub(AcDbHandle(record.handle), file.bytesOf(record).data(), record.size);
+}
+
+TEST(ObjectValues, AreThoseOfOlderReleasesToo) {
+    SKIP_WITHOUT_DRAWINGS();
+    // Measurements are computed, and what the release doesn't store isn't among its facts.
+    const std::set<std::string> types = {
+        "DIMENSION_LINEAR", "DIMENSION_ALIGNED", "DIMENSION_ANG2LN", "DIMENSION_ORDINATE",
+        "DIMSTYLE",         "TOLERANCE",         "VIEWPORT"};
+    std::map<std::string, int> compared;
+    for (const std::string& path : realDrawings("r14")) {
+        SCOPED_TRACE(path);
+        AcDbDatabase database(false);
+        readObjects(database, path);
+        const Json facts = Json::read(besideDrawing(path, ".objects.json"));
+        for (const Json& fact : facts["OBJECTS"].items()) {
+            if (!types.contains(fact.has("entity") ? fact["entity"].text() : fact["object"].text()))
+                continue;
+            AcDbStub* const stub = database.findStub(AcDbHandle(static_cast<uint64_t>(fact["handle"][2].number())));
+            ASSERT_NE(stub, nullptr);
+            const AcDbObject& object = *database.objectOf(*stub);
+            ASSERT_FALSE(stub->has(kStubDecodeFailed)) << object.dxfName();
+            compareObject(fact, object, compared);
+        }
+    }
+    for (const char* const field : {"DIMENSION_LINEAR xline1_pt", "DIMENSION_ALIGNED def_pt", "DIMSTYLE DIMTAD",
+                                    "TOLERANCE text_value", "VIEWPORT width"})
+        EXPECT_GT(compared[field], 0) << field;
 }
 
 } // namespace

@@ -1,0 +1,46 @@
+#include "db/block_extents.h"
+
+#include "db/block_table.h"
+#include "db/open.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vndk::db {
+
+namespace {
+
+/// Blocks within blocks nest this deep at most when their box is measured.
+constexpr size_t kDeepest = 32;
+thread_local std::vector<AcDbObjectId> measuring;
+
+struct NestingScope {
+    explicit NestingScope(AcDbObjectId block) { measuring.push_back(block); }
+    ~NestingScope() { measuring.pop_back(); }
+};
+
+/// A block that holds itself ends there.
+bool mayMeasure(AcDbObjectId block) {
+    return measuring.size() <= kDeepest && std::find(measuring.begin(), measuring.end(), block) == measuring.end();
+}
+
+} // namespace
+
+AcDbExtents blockExtents(AcDbObjectId block) {
+    AcDbExtents all;
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(block);
+    if (!record || !mayMeasure(block))
+        return all;
+    const NestingScope scope(block);
+    for (const AcDbObjectId id : record->entities()) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        AcDbExtents box;
+        if (entity && entity->getGeomExtents(box) == Acad::eOk)
+            all.addExt(box);
+    }
+    if (!all.isEmpty())
+        all.transformBy(AcGeMatrix3d::translation(AcGePoint3d::kOrigin - record->origin()));
+    return all;
+}
+
+} // namespace vndk::db
