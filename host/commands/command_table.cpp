@@ -19,6 +19,8 @@ constexpr BuiltInCommand kCommands[] = {
     {"CLOSE", ACRX_CMD_MODAL, closeCommand, kNoGroup},
     {"COPY", ACRX_CMD_USEPICKSET, copyCommand},
     {"DDINSERT", ACRX_CMD_MODAL, insertCommand},
+    {"DIMALIGNED", ACRX_CMD_MODAL, dimAlignedCommand},
+    {"DIMLINEAR", ACRX_CMD_MODAL, dimLinearCommand},
     {"EATTEDIT", ACRX_CMD_MODAL, eatteditCommand},
     {"ERASE", ACRX_CMD_USEPICKSET, eraseCommand},
     {"EXPLODE", ACRX_CMD_USEPICKSET, explodeCommand},

@@ -8,6 +8,8 @@ namespace vndk::host {
 // Drawing.
 CommandResult arcCommand(CommandContext& ctx);
 CommandResult circleCommand(CommandContext& ctx);
+CommandResult dimAlignedCommand(CommandContext& ctx);
+CommandResult dimLinearCommand(CommandContext& ctx);
 CommandResult lineCommand(CommandContext& ctx);
 CommandResult plineCommand(CommandContext& ctx);
 CommandResult textCommand(CommandContext& ctx);

@@ -4,9 +4,13 @@
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/database.h"
+#include "db/dimensions.h"
+#include "db/leader.h"
 #include "db/point.h"
 #include "db/polylines.h"
+#include "db/shape.h"
 #include "db/text.h"
+#include "db/viewport.h"
 #include "ed/coordinates.h"
 
 #include <algorithm>
@@ -145,6 +149,83 @@ void list(const AcDbBlockReference& reference, Lines& out) {
     }
 }
 
+void listMeasurement(const AcDbDimension& dimension, Lines& out) {
+    out.text("dimension text", '"' + dimension.shownText() + '"');
+    out.text("dimension style", '"' + recordName(dimension.dimensionStyle()) + '"');
+}
+
+template <class Linear>
+void listLinear(const Linear& dimension, Lines& out) {
+    out.point("first extension defining point,", dimension.xLine1Point());
+    out.point("second extension defining point,", dimension.xLine2Point());
+    out.point("dimension line defining point,", dimension.dimLinePoint());
+}
+
+void list(const AcDbDimension& dimension, Lines& out) {
+    if (const auto* const aligned = AcDbAlignedDimension::cast(&dimension))
+        listLinear(*aligned, out);
+    if (const auto* const rotated = AcDbRotatedDimension::cast(&dimension)) {
+        listLinear(*rotated, out);
+        out.angle("rotation angle", rotated->rotation());
+    }
+    if (const auto* const radial = AcDbRadialDimension::cast(&dimension)) {
+        out.point("center point,", radial->center());
+        out.point("arc point,", radial->chordPoint());
+    }
+    if (const auto* const diametric = AcDbDiametricDimension::cast(&dimension)) {
+        out.point("arc point,", diametric->chordPoint());
+        out.point("opposite arc point,", diametric->farChordPoint());
+    }
+    if (const auto* const ordinate = AcDbOrdinateDimension::cast(&dimension)) {
+        out.text("measures along", ordinate->isUsingXAxis() ? "X" : "Y");
+        out.point("feature location,", ordinate->definingPoint());
+        out.point("leader endpoint,", ordinate->leaderEndPoint());
+    }
+    if (const auto* const corner = AcDb3PointAngularDimension::cast(&dimension)) {
+        out.point("vertex,", corner->centerPoint());
+        out.point("first side,", corner->xLine1Point());
+        out.point("second side,", corner->xLine2Point());
+    }
+    if (const auto* const lines = AcDb2LineAngularDimension::cast(&dimension)) {
+        out.point("first line from point,", lines->xLine1Start());
+        out.point("to point,", lines->xLine1End());
+        out.point("second line from point,", lines->xLine2Start());
+        out.point("to point,", lines->xLine2End());
+    }
+    out.point("text position,", dimension.textPosition());
+    listMeasurement(dimension, out);
+}
+
+void list(const AcDbLeader& leader, Lines& out) {
+    for (const AcGePoint3d& vertex : leader.data().vertices)
+        out.point("at point,", vertex);
+    out.text("path", leader.isSplined() ? "spline" : "straight");
+    out.text("arrow head", leader.hasArrowHead() ? "on" : "off");
+    out.text("dimension style", '"' + recordName(leader.dimensionStyle()) + '"');
+}
+
+void list(const AcDbFcf& tolerance, Lines& out) {
+    out.point("at point,", tolerance.location());
+    out.text("tolerance text", tolerance.textValue());
+    out.text("dimension style", '"' + recordName(tolerance.dimensionStyle()) + '"');
+}
+
+void list(const AcDbShape& shape, Lines& out) {
+    const AcDbObjectPointer<AcDbTextStyleTableRecord> style(shape.shapeStyle());
+    out.text("shape", "number " + std::to_string(shape.shapeNumber()) +
+                          (style ? " of \"" + style->data().fileName + '"' : std::string()));
+    out.point("at point,", shape.position());
+    out.length("size", shape.size());
+    out.angle("rotation angle", shape.rotation());
+    out.text("width scale factor", shownLength(out.context(), shape.widthFactor()));
+}
+
+void list(const AcDbViewport& viewport, Lines& out) {
+    out.point("center point,", viewport.centerPoint());
+    out.length("width", viewport.width());
+    out.length("height", viewport.height());
+}
+
 /// False when the entity is of another class.
 template <class T>
 bool listAs(const AcDbEntity& entity, Lines& out) {
@@ -184,7 +265,9 @@ std::string listText(const CommandContext& ctx, const AcDbEntity& entity) {
                        listAs<AcDbPolyline>(entity, out) || listAs<AcDbAttributeDefinition>(entity, out) ||
                        listAs<AcDbAttribute>(entity, out) || listAs<AcDbText>(entity, out) ||
                        listAs<AcDbMText>(entity, out) || listAs<AcDbEllipse>(entity, out) ||
-                       listAs<AcDbBlockReference>(entity, out);
+                       listAs<AcDbBlockReference>(entity, out) || listAs<AcDbDimension>(entity, out) ||
+                       listAs<AcDbLeader>(entity, out) || listAs<AcDbFcf>(entity, out) ||
+                       listAs<AcDbShape>(entity, out) || listAs<AcDbViewport>(entity, out);
     AcDbExtents box;
     if (!known && entity.getGeomExtents(box) == Acad::eOk && !box.isEmpty()) {
         out.point("Bounding Box: Lower", box.minPoint());

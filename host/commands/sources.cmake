@@ -10,6 +10,7 @@ set(COMMAND_SOURCES
   commands/circle_command.cpp
   commands/command_table.cpp
   commands/command_tools.cpp
+  commands/dim_commands.cpp
   commands/drawing_files.cpp
   commands/eattedit_command.cpp
   commands/erase_command.cpp

@@ -9,11 +9,11 @@ namespace {
 constexpr size_t kPatience = 40; // answers that a command gets
 constexpr const char* kCancel = "\x1B";
 
-const std::vector<std::string> kCommands = {"INSERT", "INSERT",   "INSERT",   "DDINSERT", "-INSERT", "MINSERT", "BLOCK",
-                                            "BLOCK",  "-BLOCK",   "WBLOCK",   "PURGE",    "EXPLODE", "EXPLODE", "COPY",
-                                            "COPY",   "MOVE",     "ROTATE",   "SCALE",    "MIRROR",  "CHPROP",  "ERASE",
-                                            "LINE",   "CIRCLE",   "ARC",      "PLINE",    "TEXT",    "ATTDEF",  "LAYER",
-                                            "DDATTE", "EATTEDIT", "EATTEDIT", "LIST",     "UCS"};
+const std::vector<std::string> kCommands = {
+    "INSERT", "INSERT",    "INSERT",     "DDINSERT", "-INSERT",  "MINSERT",  "BLOCK", "BLOCK",  "-BLOCK",
+    "WBLOCK", "PURGE",     "EXPLODE",    "EXPLODE",  "COPY",     "COPY",     "MOVE",  "ROTATE", "SCALE",
+    "MIRROR", "CHPROP",    "ERASE",      "LINE",     "CIRCLE",   "ARC",      "PLINE", "TEXT",   "ATTDEF",
+    "LAYER",  "DIMLINEAR", "DIMALIGNED", "DDATTE",   "EATTEDIT", "EATTEDIT", "LIST",  "UCS"};
 const std::vector<std::string> kBlocks = {"DESK", "CHAIR", "LAMP", "BLOCK2", "desk", "ROOM"};
 const std::vector<std::string> kLayers = {"0", "WALLS", "FURNITURE", "W*", "*", "DEFPOINTS", "A,B"};
 const std::vector<std::string> kVariables = {"ATTREQ 0",   "ATTREQ 1",   "ATTREQ 1",   "ATTDIA 0",   "ATTDIA 0",

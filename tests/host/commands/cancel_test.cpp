@@ -43,6 +43,8 @@ const CancelCase kCases[] = {
     {{"LINE 0,0 1,0\n\nMIRROR", "L", "", "0,0", "1,1"}, {"", kOneLine}},
     {{"LINE 0,0 1,0\n\nCHPROP", "L", "", "C"}, {"", kOneLine}},
     {{"LINE 0,0 1,0\n\nCHPROP", "L", "", "T"}, {"", kOneLine}},
+    {{"DIMLINEAR", "0,0", "5,0", "R", "30"}, {""}},
+    {{"DIMALIGNED", "0,0", "5,0", "T", "text"}, {""}},
     {{"LIST"}, {""}},
     {{"-LAYER", "M", "A"}, {""}},
     {{"-LAYER", "OFF", "0"}, {""}},
