@@ -140,6 +140,7 @@ void GraphicsView::draw(win32::Picture& picture, std::uint32_t background) {
     depths_.resize(showsSurfaces() ? picture.pixels.size() : 0);
     Raster raster(picture.pixels.data(), picture.width, clip, depths_.empty() ? nullptr : depths_.data());
     raster.clear(background);
+    thinned_ = interactive_ && thinning_ > 1;
     const auto start = std::chrono::steady_clock::now();
     drawShown(raster, background);
     adjustThinning(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
@@ -157,14 +158,12 @@ void GraphicsView::drawShown(Raster& raster, std::uint32_t background) {
 void GraphicsView::adjustThinning(double milliseconds) {
     constexpr double kFrame = 20; // milliseconds; smooth, and some are left for the window
     constexpr double kMost = 1000;
-    if (!interactive_)
-        fullDrawing_ = milliseconds;
     const double held = interactive_ ? thinning_ : 1;
     thinning_ = static_cast<uint32_t>(std::clamp(std::ceil(held * milliseconds / kFrame), 1.0, kMost));
 }
 
 void GraphicsView::setInteractive(bool interactive) {
-    if (interactive_ && !interactive)
+    if (!interactive && thinned_)
         invalidate();
     interactive_ = interactive;
 }

@@ -88,7 +88,7 @@ private:
     bool valid_ = false;
     bool interactive_ = false;
     uint32_t thinning_ = 1;     // in force while interactive
-    double fullDrawing_ = 0;    // milliseconds that the last whole picture took
+    bool thinned_ = false;      // something is left out of the picture
     std::vector<float> depths_; // beside the device's pixels, in modes that show surfaces
     std::vector<AcDbObjectId> highlighted_;
 };

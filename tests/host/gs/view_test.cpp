@@ -129,3 +129,13 @@ TEST_F(ViewTest, IsOnOneDeviceAtATime) {
     manager.destroyAutoCADDevice(other);
     EXPECT_TRUE(GsTest::device->add(view));
 }
+
+TEST_F(ViewTest, AnInteractiveViewIsStaleAfterwardsOnlyIfItLeftSomethingOut) {
+    append(lineInRow(10));
+    view->setInteractive(true);
+    draw();
+    EXPECT_EQ(count(kRed), kSide) << "so little is drawn whole";
+    view->setInteractive(false);
+    EXPECT_TRUE(view->isValid());
+    EXPECT_FALSE(view->isInteractive());
+}
