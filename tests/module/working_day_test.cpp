@@ -209,12 +209,22 @@ TEST_F(WorkingDayTest, InANewDrawing) {
     }
 }
 
+std::string realDrawing(const char* name) { return std::getenv("VONDRAKE_DRAWINGS") + std::string("/r2000/") + name; }
+
 TEST_F(WorkingDayTest, InARealDrawing) {
     SKIP_WITHOUT_DRAWINGS();
-    const std::string path = std::string(std::getenv("VONDRAKE_DRAWINGS")) + "/r2000/entities-2d.dwg";
     for (uint32_t seed = seeds().first; seed < seeds().first + seeds().count && !HasFailure(); ++seed) {
-        openCopy(path, "day.dwg");
+        openCopy(realDrawing("entities-2d.dwg"), "day.dwg");
         liveThrough(seed, kLines);
+    }
+}
+
+/// It has dimensions of most kinds, and its objects lie far apart: what is chosen is mostly all or the last.
+TEST_F(WorkingDayTest, InADrawingOfDimensions) {
+    SKIP_WITHOUT_DRAWINGS();
+    for (uint32_t seed = seeds().first; seed < seeds().first + (seeds().count + 2) / 3 && !HasFailure(); ++seed) {
+        openCopy(realDrawing("example_2000.dwg"), "dimensions.dwg");
+        liveThrough(seed, kLines / 3);
     }
 }
 

@@ -14,8 +14,8 @@
 
 namespace vndk::test {
 
-/// By handle: class, owner and fields of every object that isn't erased. Under 0 the header's variables, but for the
-/// next free handle and the time of the last change.
+/// By handle: class, owner and fields of every object that isn't erased or owned by an erased one. Under 0 the header's
+/// variables, but for the next free handle and the time of the last change.
 using DrawingDigest = std::map<uint64_t, std::string>;
 
 namespace detail {
@@ -36,6 +36,18 @@ inline std::string contentsOf(const AcDbObject& object) {
         return handlesOf(reference->attributes());
     const auto* const polyline = AcDbVertexOwner::cast(&object);
     return polyline ? handlesOf(polyline->vertices()) : std::string();
+}
+
+/// Whether the object is erased or one of its owners is.
+inline bool goesWithErased(AcDbDatabase& database, AcDbStub* stub) {
+    constexpr int kDeepest = 16;
+    for (int depth = 0; stub && depth < kDeepest; ++depth) {
+        if (stub->has(kStubErased))
+            return true;
+        const AcDbObject* const object = database.objectOf(*stub);
+        stub = object ? object->ownerId().stub() : nullptr;
+    }
+    return false;
 }
 
 inline std::string fieldsOf(const AcDbObject& object, dwg::ObjectCodec& codec) {
@@ -62,12 +74,12 @@ inline std::string fieldsOf(const AcDbObject& object, dwg::ObjectCodec& codec) {
 inline DrawingDigest digestOf(AcDbDatabase& database) {
     DrawingDigest digest;
     dwg::ObjectCodec codec(database, dwg::Version::R15, dwg::TextForm(), dwg::sourceOf(database).codec().classes());
-    // What names an erased object names nothing, as in a file.
+    // What names an erased object, or what one owns, names nothing, as in a file.
     for (AcDbStub& stub : database.stubs())
-        if (stub.has(kStubErased))
+        if (detail::goesWithErased(database, &stub))
             stub.set(kStubLeftOut);
     for (AcDbStub& stub : database.stubs()) {
-        const AcDbObject* const object = stub.has(kStubErased) ? nullptr : database.objectOf(stub);
+        const AcDbObject* const object = stub.has(kStubLeftOut) ? nullptr : database.objectOf(stub);
         if (!object)
             continue;
         const std::string contents = detail::contentsOf(*object);
