@@ -2,24 +2,34 @@ set(ENTITY_SOURCES
   db/attributes.cpp
   db/block_extents.cpp
   db/block_reference.cpp
+  db/bspline.cpp
   db/curves.cpp
   db/dimension_kinds.cpp
   db/dimension_picture.cpp
   db/dimension_text.cpp
   db/dimensions.cpp
-  db/ellipse_spline.cpp
   db/draw_angular_dimension.cpp
   db/draw_linear_dimension.cpp
   db/draw_radial_dimension.cpp
+  db/ellipse_spline.cpp
+  db/explode_hatch.cpp
   db/explode_mtext.cpp
   db/explode_polylines.cpp
   db/explode_reference.cpp
+  db/hatch.cpp
+  db/hatch_contours.cpp
+  db/hatch_pattern.cpp
+  db/helix.cpp
   db/leader.cpp
+  db/mline.cpp
+  db/mline_picture.cpp
+  db/modeler_geometry.cpp
   db/mtext.cpp
   db/opaque.cpp
   db/plane_math.cpp
   db/point.cpp
   db/polyline.cpp
+  db/raster_image.cpp
   db/shape.cpp
   db/solids.cpp
   db/subentities.cpp

@@ -1,5 +1,6 @@
 // Fields of lines, circles, arcs, ellipses, rays, construction lines, splines and points.
 #include "db/curves.h"
+#include "db/helix.h"
 #include "db/point.h"
 #include "dwg/object_types.h"
 
@@ -162,6 +163,38 @@ void writeSpline(FieldWriter& w, const AcDbSpline::Data& s) {
 
 constexpr FieldRow kSplineRows[] = {customRow<AcDbSpline::Data, readSpline, writeSpline>("curve")};
 
+using HelixData = AcDbHelix::HelixData;
+
+constexpr FieldRow kHelixRows[] = {
+    row<BL, &HelixData::majorRelease>("major release"),
+    row<BL, &HelixData::maintenanceRelease>("maintenance release"),
+    row<P3, &HelixData::axisBase>("axis base point"),
+    row<P3, &HelixData::start>("start point"),
+    row<P3, &HelixData::axis>("axis vector"),
+    row<BD, &HelixData::radius>("radius"),
+    row<BD, &HelixData::turns>("turns"),
+    row<BD, &HelixData::turnHeight>("turn height"),
+    row<B, &HelixData::counterClockwise>("handedness"),
+    row<RC, &HelixData::constraint>("constraint"),
+};
+
+AcDbObject* readHelix(FieldReader& r) {
+    AcDbSpline::Data curve;
+    HelixData helix;
+    readRows(kSplineRows, r, &curve);
+    readRows(kHelixRows, r, &helix);
+    auto* const object = new AcDbHelix;
+    object->setFileData(std::move(curve));
+    object->setFileHelixData(helix);
+    return object;
+}
+
+void writeHelix(FieldWriter& w, const AcDbObject& object) {
+    const auto& helix = static_cast<const AcDbHelix&>(object);
+    writeRows(kSplineRows, w, &helix.data());
+    writeRows(kHelixRows, w, &helix.helixData());
+}
+
 constexpr ObjectType kTypes[] = {
     dataType<AcDbArc, kArcRows>(17, "ARC"),
     dataType<AcDbCircle, kCircleRows>(18, "CIRCLE"),
@@ -169,6 +202,7 @@ constexpr ObjectType kTypes[] = {
     dataType<AcDbPoint, kPointRows>(27, "POINT"),
     dataType<AcDbEllipse, kEllipseRows>(35, "ELLIPSE"),
     dataType<AcDbSpline, kSplineRows>(36, "SPLINE"),
+    {0, "HELIX", &AcDbHelix::desc, readHelix, writeHelix, &assignBaseOf<AcDbHelix>},
     dataType<AcDbRay, kRayRows>(40, "RAY"),
     dataType<AcDbXline, kRayRows>(41, "XLINE"),
 };

@@ -8,25 +8,38 @@ namespace vndk::dwg {
 
 bool isMlineStyle(const AcDbOpaqueFields& fields) { return fields.typeName == "MLINESTYLE"; }
 
-size_t linetypePlaces(const AcDbOpaqueFields& style) {
+std::optional<MlineStyle> mlineStyle(const AcDbOpaqueFields& fields) {
     constexpr uint16_t kFirstWithoutPlace = 32766; // ByBlock, ByLayer
     constexpr size_t kSpecials = 2;                // ByBlock and ByLayer stand before the table's entries
-    BitReader r(reinterpret_cast<const uint8_t*>(style.bits.data()), 0, style.bitCount);
+    BitReader r(reinterpret_cast<const uint8_t*>(fields.bits.data()), 0, fields.bitCount);
+    MlineStyle style;
     r.TV();
     r.TV();
-    r.BS(); // flags
-    r.BS(); // fill colour
+    style.flags = r.BS();
+    style.fillColor = static_cast<short>(r.BS());
     r.BD();
     r.BD(); // angles of the ends
-    size_t places = 0;
     for (unsigned lines = r.RC(); lines > 0 && !r.failed(); --lines) {
-        r.BD(); // offset
-        r.BS(); // colour
+        MlineStyle::Line line;
+        line.offset = r.BD();
+        line.color = static_cast<short>(r.BS());
         const uint16_t linetype = r.BS();
         if (linetype < kFirstWithoutPlace)
-            places = std::max(places, linetype + kSpecials + 1);
+            line.linetypePlace = linetype + kSpecials;
+        style.lines.push_back(line);
     }
-    return r.failed() ? SIZE_MAX : places;
+    return r.failed() ? std::nullopt : std::optional(style);
+}
+
+size_t linetypePlaces(const AcDbOpaqueFields& fields) {
+    const std::optional<MlineStyle> style = mlineStyle(fields);
+    if (!style)
+        return SIZE_MAX;
+    size_t places = 0;
+    for (const MlineStyle::Line& line : style->lines)
+        if (line.linetypePlace != SIZE_MAX)
+            places = std::max(places, line.linetypePlace + 1);
+    return places;
 }
 
 } // namespace vndk::dwg

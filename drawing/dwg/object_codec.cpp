@@ -272,29 +272,38 @@ bool ObjectCodec::encode(const AcDbObject& object, const ChainLinks& links, std:
 
 uint16_t ObjectCodec::numberOf(const AcDbObject& object, const ObjectType* type, const AcDbOpaqueFields* fields) {
     if (type)
-        return type->number != 0 ? type->number : classNumber(object.dxfName(), nullptr);
+        return type->number != 0 ? type->number : classNumber(object);
     if (!fields)
         return 0;
     if (fields->fixedType != 0)
         return fields->fixedType;
-    return fields->fileClass ? classNumber(fields->typeName, fields->fileClass.get()) : uint16_t{0};
+    return fields->fileClass ? classNumber(fields->typeName, *fields->fileClass) : uint16_t{0};
 }
 
-uint16_t ObjectCodec::classNumber(std::string_view dxfName, const ClassRecord* model) {
+/// Of a class that the file may not have yet.
+uint16_t ObjectCodec::classNumber(const AcDbObject& object) {
+    constexpr uint16_t kAllAllowed = 4095;
+    ClassRecord model;
+    model.appName = "ObjectDBX Classes";
+    model.cppName = "AcDbDictionaryWithDefault"; // the only class that isn't one of ours
+    if (object.isKindOf(AcDbEntity::desc())) {
+        model.appName = object.isA()->appName();
+        model.cppName = object.isA()->name();
+        model.proxyFlags = kAllAllowed;
+        model.itemClassId = kEntityClassId;
+    }
+    model.dxfName = object.dxfName();
+    return classNumber(model.dxfName, model);
+}
+
+uint16_t ObjectCodec::classNumber(std::string_view dxfName, const ClassRecord& model) {
     uint16_t highest = kFirstClassNumber - 1;
     for (const ClassRecord& record : classes_) {
         if (record.dxfName == dxfName)
             return record.number;
         highest = std::max(highest, record.number);
     }
-    ClassRecord added;
-    if (model) {
-        added = *model;
-    } else {
-        added.appName = "ObjectDBX Classes";
-        added.cppName = "AcDbDictionaryWithDefault";
-        added.dxfName = dxfName;
-    }
+    ClassRecord added = model;
     added.number = static_cast<uint16_t>(highest + 1);
     classes_.push_back(added);
     return added.number;

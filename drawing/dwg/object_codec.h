@@ -60,7 +60,8 @@ private:
     const ObjectType* typeOf(uint16_t number) const;
 
     uint16_t numberOf(const AcDbObject& object, const ObjectType* type, const AcDbOpaqueFields* fields);
-    uint16_t classNumber(std::string_view dxfName, const ClassRecord* model);
+    uint16_t classNumber(const AcDbObject& object);
+    uint16_t classNumber(std::string_view dxfName, const ClassRecord& model);
     void writeExtended(const AcDbObject& object);
     uint64_t writtenLayer(const AcDbEntity& entity) const;
     void writeEntityCommon(const AcDbEntity& entity, const ChainLinks& links);

@@ -11,12 +11,16 @@ set(DWG_OBJECT_SOURCES
   dwg/drawing_source.cpp
   dwg/drawing_writer.cpp
   dwg/extended_data.cpp
+  dwg/hatch_fields.cpp
+  dwg/image_fields.cpp
+  dwg/mline_fields.cpp
   dwg/mline_style.cpp
   dwg/object_codec.cpp
   dwg/object_types.cpp
   dwg/opaque_codec.cpp
   dwg/planar_fields.cpp
   dwg/record_fields.cpp
+  dwg/solid_fields.cpp
   dwg/subentity_handles.cpp
   dwg/table_fields.cpp
   dwg/text_fields.cpp

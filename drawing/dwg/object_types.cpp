@@ -13,17 +13,12 @@ struct TypeName {
 };
 
 constexpr TypeName kOtherTypes[] = {
-    {37, "REGION"},
-    {38, "3DSOLID"},
-    {39, "BODY"},
     {43, "OLEFRAME"},
-    {47, "MLINE"},
     {72, "GROUP"},
     {73, "MLINESTYLE"},
     {74, "OLE2FRAME"},
     {75, "DUMMY"},
     {76, "LONG_TRANSACTION"},
-    {78, "HATCH"},
     {79, "XRECORD"},
     {80, "ACDBPLACEHOLDER"},
     {81, "VBA_PROJECT"},
@@ -34,9 +29,9 @@ constexpr TypeName kOtherTypes[] = {
 
 constexpr size_t kFixedNumbers = 83;
 
-std::array<std::span<const ObjectType>, 8> allTypes() {
-    return {curveTypes(), textTypes(),   complexTypes(),   planarTypes(),
-            tableTypes(), recordTypes(), dimensionTypes(), annotationTypes()};
+std::array<std::span<const ObjectType>, 12> allTypes() {
+    return {curveTypes(), textTypes(),  complexTypes(), planarTypes(), hatchTypes(),     mlineTypes(),
+            solidTypes(), imageTypes(), tableTypes(),   recordTypes(), dimensionTypes(), annotationTypes()};
 }
 
 std::array<const ObjectType*, kFixedNumbers> indexByNumber() {

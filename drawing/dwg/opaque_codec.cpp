@@ -8,6 +8,8 @@ namespace {
 
 constexpr unsigned kFirstRelativeCode = 6;
 
+} // namespace
+
 std::string remainingBits(BitReader& bits) {
     std::string bytes;
     bytes.reserve((bits.remaining() + 7) / 8);
@@ -17,8 +19,6 @@ std::string remainingBits(BitReader& bits) {
         bytes.push_back(static_cast<char>(bits.take(rest) << (8 - rest)));
     return bytes;
 }
-
-} // namespace
 
 void readOpaqueFields(FieldReader& reader, AcDbOpaqueFields& fields) {
     fields.bitCount = static_cast<uint32_t>(reader.bits.remaining());

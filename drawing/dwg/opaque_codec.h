@@ -6,6 +6,9 @@
 
 namespace vndk::dwg {
 
+/// All bits that are left, the last byte filled up with zeros.
+std::string remainingBits(BitReader& bits);
+
 /// Takes all that is left of both streams. The type is the caller's to tell.
 void readOpaqueFields(FieldReader& reader, AcDbOpaqueFields& fields);
 void writeOpaqueFields(FieldWriter& writer, const AcDbOpaqueFields& fields);

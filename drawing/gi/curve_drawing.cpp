@@ -1,3 +1,4 @@
+#include "db/bspline.h"
 #include "db/plane_math.h"
 #include "gi/entity_drawing_parts.h"
 #include "gi/face_collector.h"
@@ -49,56 +50,6 @@ void drawRound(const AcGePoint3d& center, double radius, const AcGeVector3d& nor
         geometry.polyline(std::array{end, end + up});
     }
     drawRoundWall(middle, x, y, start, sweep, up, geometry);
-}
-
-/// A point of a rational curve: coordinates times weight, and the weight.
-struct Weighted {
-    AcGeVector3d sum;
-    double weight = 0;
-};
-
-/// The curve's point by the scheme of de Boor. `span` is the knot interval that holds `u`.
-AcGePoint3d splinePoint(const AcDbSpline& spline, size_t span, double u) {
-    const AcDbSpline::Data& data = spline.data();
-    const size_t degree = static_cast<size_t>(data.degree);
-    std::vector<Weighted> column(degree + 1);
-    for (size_t j = 0; j <= degree; ++j) {
-        const size_t index = span - degree + j;
-        const double weight = data.weighted ? spline.weightAt(static_cast<int>(index)) : 1;
-        column[j] = {data.controlPoints[index].asVector() * weight, weight};
-    }
-    for (size_t level = 1; level <= degree; ++level)
-        for (size_t j = degree; j >= level; --j) {
-            const double low = data.knots[span - degree + j], high = data.knots[span + 1 + j - level];
-            const double share = high > low ? (u - low) / (high - low) : 0;
-            column[j] = {column[j - 1].sum * (1 - share) + column[j].sum * share,
-                         column[j - 1].weight * (1 - share) + column[j].weight * share};
-        }
-    const Weighted& result = column[degree];
-    const AcGeVector3d at = result.weight != 0 ? result.sum * (1 / result.weight) : result.sum;
-    return {at.x, at.y, at.z};
-}
-
-/// Knots and control points as the degree wants them.
-bool hasCurve(const AcDbSpline::Data& data) {
-    constexpr int kHighestDegree = 25;
-    return data.degree >= 1 && data.degree <= kHighestDegree &&
-           data.controlPoints.size() > static_cast<size_t>(data.degree) &&
-           data.knots.size() == data.controlPoints.size() + static_cast<size_t>(data.degree) + 1 &&
-           std::is_sorted(data.knots.begin(), data.knots.end());
-}
-
-std::vector<AcGePoint3d> controlledPoints(const AcDbSpline& spline) {
-    const AcDbSpline::Data& data = spline.data();
-    std::vector<AcGePoint3d> points;
-    for (size_t span = static_cast<size_t>(data.degree); span < data.controlPoints.size(); ++span) {
-        const double low = data.knots[span], high = data.knots[span + 1];
-        if (!(high > low))
-            continue;
-        for (int i = points.empty() ? 0 : 1; i <= kStepsOfSpan; ++i)
-            points.push_back(splinePoint(spline, span, low + (high - low) * i / kStepsOfSpan));
-    }
-    return points;
 }
 
 /// A smooth curve through points, where a file gives nothing else: cubic pieces whose tangents lie along the
@@ -173,10 +124,11 @@ void drawXline(const AcDbEntity& entity, AcGiGeometry& geometry) {
 
 void drawSpline(const AcDbEntity& entity, AcGiGeometry& geometry) {
     const auto& spline = static_cast<const AcDbSpline&>(entity);
-    if (hasCurve(spline.data()))
-        geometry.polyline(controlledPoints(spline));
-    else
-        geometry.polyline(fittedPoints(spline.data()));
+    const AcDbSpline::Data& data = spline.data();
+    const db::BSpline curve{static_cast<size_t>(std::max(data.degree, 0)), data.knots, data.controlPoints,
+                            data.weighted ? data.weights : std::vector<double>()};
+    const std::vector<AcGePoint3d> points = curve.flattened(kStepsOfSpan);
+    geometry.polyline(points.empty() ? fittedPoints(data) : points);
 }
 
 } // namespace vndk::gi

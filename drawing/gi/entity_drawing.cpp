@@ -6,6 +6,7 @@
 #include "db/dimensions.h"
 #include "db/is_a.h"
 #include "db/leader.h"
+#include "db/opaque.h"
 #include "db/open.h"
 #include "db/point.h"
 #include "db/shape.h"
@@ -52,6 +53,9 @@ Draw drawerOf(const AcRxClass* cls) {
         {AcDbViewport::desc(), drawViewport},
         {AcDbText::desc(), drawText},
         {AcDbMText::desc(), drawMText},
+        {AcDbHatch::desc(), drawHatch},
+        {AcDbModelerGeometry::desc(), drawSolidBody},
+        {AcDbRasterImage::desc(), drawImage},
     };
     for (; cls; cls = cls->myParent())
         for (const Row& row : rows)
@@ -149,11 +153,16 @@ bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
         drawParts(tolerance->picture(), context);
         return true;
     }
+    if (const auto* const mline = AcDbMline::cast(&entity)) {
+        vndk::gi::drawMline(*mline, context);
+        return true;
+    }
     if (const Draw draw = drawerOf(entity.isA())) {
         draw(entity, context.geometry());
         return true;
     }
-    return false;
+    const auto* const opaque = AcDbOpaqueEntity::cast(&entity);
+    return opaque && vndk::gi::drawProxyGraphics(*opaque, context);
 }
 
 void acgiDrawInBlock(const AcDbEntity& entity, bool definitions, AcGiWorldDraw& context) {

@@ -1,7 +1,11 @@
 // The drawing of single classes. Properties are set already. Private to this room.
 #pragma once
 
+#include "db/hatch.h"
+#include "db/mline.h"
+#include "db/modeler_geometry.h"
 #include "db/polylines.h"
+#include "db/raster_image.h"
 #include "db/solids.h"
 #include "db/text.h"
 #include "gi/drawable.h"
@@ -26,6 +30,15 @@ void drawText(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawMText(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawShape(const AcDbEntity& entity, AcGiGeometry& geometry);
 void drawViewport(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawSolidBody(const AcDbEntity& entity, AcGiGeometry& geometry);
+/// Its frame.
+void drawImage(const AcDbEntity& entity, AcGiGeometry& geometry);
+void drawHatch(const AcDbEntity& entity, AcGiGeometry& geometry);
+/// Its lines have colours of their own.
+void drawMline(const AcDbMline& mline, AcGiWorldDraw& context);
+
+/// The picture that a file keeps with an entity of an unknown class. False: it has none.
+bool drawProxyGraphics(const AcDbEntity& entity, AcGiWorldDraw& context);
 
 /// A text entity's line with `shown` in place of its own value.
 void drawTextLine(const AcDbText& text, const std::string& shown, AcGiGeometry& geometry);

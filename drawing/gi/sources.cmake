@@ -4,8 +4,11 @@ set(GI_SOURCES
   gi/drawable.cpp
   gi/entity_drawing.cpp
   gi/face_collector.cpp
+  gi/hatch_drawing.cpp
   gi/mtext_drawing.cpp
   gi/paragraph_runs.cpp
   gi/polyline_drawing.cpp
+  gi/proxy_drawing.cpp
+  gi/solid_drawing.cpp
   gi/text_codes.cpp
   gi/text_drawing.cpp)

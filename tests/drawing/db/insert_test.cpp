@@ -19,6 +19,14 @@ T* found(AcDbDatabase& database, AcDbObjectId id) {
     return id.isNull() ? nullptr : T::cast(database.objectOf(*id.stub()));
 }
 
+template <class T>
+T* firstOf(AcDbDatabase& database, const std::vector<AcDbObjectId>& ids) {
+    for (const AcDbObjectId id : ids)
+        if (T* const object = found<T>(database, id))
+            return object;
+    return nullptr;
+}
+
 AcDbObjectId recordNamed(AcDbDatabase& database, AcDbObjectId table, const char* name) {
     AcDbObjectId id;
     AcDbSymbolTable::cast(database.objectOf(*table.stub()))->getAt(name, id);
@@ -122,8 +130,15 @@ TEST_F(Insert, MembersOfNamedDictionariesComeUnderTheirNames) {
             targets.push_back(opaque->fields().references.at(0).id);
     EXPECT_EQ(targets, (std::vector<AcDbObjectId>{memberNamed(database, "ACAD_MLINESTYLE", "Wall"),
                                                   memberNamed(database, "ACAD_IMAGE_DICT", "photo")}));
+    const std::vector<AcDbObjectId> all = contents(database, block);
+    const auto* const mline = firstOf<AcDbMline>(database, all);
+    const auto* const hatch = firstOf<AcDbHatch>(database, all);
+    ASSERT_TRUE(mline && hatch);
+    EXPECT_EQ(mline->style(), targets[0]);
+    EXPECT_EQ(hatch->data().loops[0].boundary,
+              (std::vector<AcDbObjectId>{firstOf<AcDbCircle>(database, all)->objectId(), AcDbObjectId()}));
     insert("AGAIN");
-    EXPECT_EQ(found<AcDbOpaqueEntity>(database, contents(database, block)[8])->dxfName(), std::string("MLINE"));
+    EXPECT_EQ(found<AcDbOpaqueEntity>(database, contents(database, block)[8])->dxfName(), std::string("OLE2FRAME"));
     EXPECT_TRUE(database.warnings().empty()) << database.warnings().front();
 }
 

@@ -4,6 +4,8 @@
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/database.h"
+#include "db/hatch.h"
+#include "db/mline.h"
 #include "db/opaque.h"
 #include "db/polylines.h"
 #include "db/stub.h"
@@ -95,7 +97,7 @@ public:
         record->dxfName = type;
         record->cppName = std::string("AcDb") + type;
         record->appName = "ObjectDBX Classes";
-        record->itemClassId = std::string_view(type) == "IMAGE" ? dwg::kEntityClassId : dwg::kObjectClassId;
+        record->itemClassId = std::string_view(type) == "PHOTO" ? dwg::kEntityClassId : dwg::kObjectClassId;
         fields.fileClass = record;
         return fields;
     }
@@ -190,11 +192,23 @@ private:
             setIn(folder("ACAD_MLINESTYLE"), "Wall", opaqueObject(fields("MLINESTYLE", 73, {})));
         const AcDbObjectId image = setIn(folder("ACAD_IMAGE_DICT"), "photo", opaqueObject(fields("IMAGEDEF", 0, {})));
         for (const auto& [type, number, target] :
-             {std::tuple("MLINE", 47, mlineStyle), std::tuple("IMAGE", 0, image)}) {
+             {std::tuple("OLE2FRAME", 74, mlineStyle), std::tuple("PHOTO", 0, image)}) {
             auto* const entity = new AcDbOpaqueEntity;
             entity->setFields(fields(type, static_cast<uint16_t>(number), {{5, target, 0}, {4, circle, 0}}));
             append(entity);
         }
+        AcDbMline::Data wall;
+        wall.style = mlineStyle;
+        auto* const mline = new AcDbMline;
+        mline->setFileData(wall);
+        append(mline);
+        AcDbHatch::Data area;
+        area.solid = area.associative = true;
+        area.loops.resize(1);
+        area.loops[0].boundary = {circle, paper};
+        auto* const hatch = new AcDbHatch;
+        hatch->setFileData(area);
+        append(hatch);
         group = setIn(folder("ACAD_GROUP"), "Pair", opaqueObject(fields("GROUP", 72, {{5, line, 0}, {5, circle, 0}})));
     }
 

@@ -10,10 +10,14 @@
 #include "db/curves.h"
 #include "db/database.h"
 #include "db/dimensions.h"
+#include "db/hatch.h"
+#include "db/helix.h"
 #include "db/leader.h"
 #include "db/line_weight.h"
+#include "db/mline.h"
 #include "db/point.h"
 #include "db/polylines.h"
+#include "db/raster_image.h"
 #include "db/shape.h"
 #include "db/solids.h"
 #include "db/stub.h"
@@ -117,6 +121,22 @@ const std::vector<Field> kFields = {
     {"INSERT", "rotation", of<AcDbBlockReference>(DATA(rotation))},
     {"INSERT", "block_header", handleOf<AcDbBlockReference>(CALL(blockTableRecord()))},
     {"INSERT", "seqend", handleOf<AcDbBlockReference>(CALL(subentities().sequenceEnd()))},
+    {"HATCH", "extrusion", of<AcDbHatch>(DATA(normal))},
+    {"HATCH", "is_associative", of<AcDbHatch>(DATA(associative))},
+    {"HATCH", "style", of<AcDbHatch>(DATA(style))},
+    {"HATCH", "scale_spacing", of<AcDbHatch>(DATA(scale))},
+    {"WIPEOUT", "pt0", of<AcDbWipeout>(DATA(origin))},
+    {"WIPEOUT", "vvec", of<AcDbWipeout>(DATA(v))},
+    {"WIPEOUT", "display_props", of<AcDbWipeout>(DATA(display))},
+    {"WIPEOUT", "fade", of<AcDbWipeout>(DATA(fade))},
+    {"HELIX", "radius", [](const AcDbObject& o) { return numbers(static_cast<const AcDbHelix&>(o).baseRadius()); }},
+    {"HELIX", "axis_base_pt",
+     [](const AcDbObject& o) { return numbers(static_cast<const AcDbHelix&>(o).axisPoint()); }},
+    {"HELIX", "knot_tol", of<AcDbHelix>(DATA(knotTolerance))},
+    {"MLINE", "scale", of<AcDbMline>(DATA(scale))},
+    {"MLINE", "base_point", of<AcDbMline>(DATA(base))},
+    {"MLINE", "flags", of<AcDbMline>(DATA(flags))},
+    {"MLINE", "mlinestyle", handleOf<AcDbMline>(CALL(style()))},
     {"LWPOLYLINE", "elevation", of<AcDbPolyline>(DATA(elevation))},
     {"VERTEX_3D", "point", of<AcDb3dPolylineVertex>(DATA(position))},
     {"VERTEX_PFACE", "flag", of<AcDbPolyFaceMeshVertex>(DATA(flag))},
@@ -189,6 +209,7 @@ const std::vector<TextField> kTextFields = {
     {"TOLERANCE", "text_value", [](const AcDbObject& o) { return static_cast<const AcDbFcf&>(o).textValue(); }},
     {"DIMENSION_ALIGNED", "user_text",
      [](const AcDbObject& o) { return static_cast<const AcDbDimension&>(o).dimensionTextValue(); }},
+    {"HATCH", "name", [](const AcDbObject& o) { return static_cast<const AcDbHatch&>(o).patternName(); }},
     {"BLOCK", "name", [](const AcDbObject& o) { return static_cast<const AcDbBlockBegin&>(o).fileName(); }},
     {"LAYER", "name", [](const AcDbObject& o) { return static_cast<const AcDbLayerTableRecord&>(o).name(); }},
     {"LTYPE", "description",

@@ -1,55 +1,19 @@
 // What entities ask to be drawn, without fonts and pixels.
 #include "db/database.h"
+#include "db/modeler_geometry.h"
 #include "db/polylines.h"
+#include "db/raster_image.h"
 #include "db/solids.h"
 #include "db/text.h"
+#include "drawing/db/solid_text.h"
+#include "drawing/gi/recorder.h"
 #include "gi/entity_drawing.h"
 #include "gi/paragraph_runs.h"
 #include "gi/text_codes.h"
 
 #include <gtest/gtest.h>
 
-namespace {
-
-/// Keeps what it is asked to draw. Letters are as wide as half their height.
-class Recorder : public AcGiWorldDraw, private AcGiGeometry, private AcGiSubEntityTraits {
-public:
-    AcGiGeometry& geometry() override { return *this; }
-    AcGiSubEntityTraits& subEntityTraits() override { return *this; }
-
-    std::vector<std::vector<AcGePoint3d>> lines, areas;
-    std::vector<AcGiText> texts;
-    size_t triangles = 0;
-
-private:
-    void polyline(std::span<const AcGePoint3d> p) override { lines.emplace_back(p.begin(), p.end()); }
-    void polygon(std::span<const AcGePoint3d> p) override { areas.emplace_back(p.begin(), p.end()); }
-    void polyPolygon(std::span<const AcGePoint3d> p, std::span<const uint32_t>) override {
-        areas.emplace_back(p.begin(), p.end());
-    }
-    void shell(std::span<const AcGePoint3d> p, std::span<const AcGiTriangle> faces,
-               std::span<const AcGeVector3d>) override {
-        triangles += faces.size();
-        for (const AcGiTriangle& face : faces)
-            for (unsigned i = 0; i < 3; ++i)
-                if (face.edges >> i & 1)
-                    lines.push_back({p[face.corners[i]], p[face.corners[(i + 1) % 3]]});
-    }
-    void ellipArc(const AcGePoint3d&, const AcGeVector3d&, const AcGeVector3d&, double, double) override {}
-    void text(const AcGiText& t) override { texts.push_back(t); }
-    double textWidth(const AcGiText& t) override { return static_cast<double>(t.text.size()) * t.height / 2; }
-    void ray(const AcGePoint3d&, const AcGeVector3d&) override {}
-    void xline(const AcGePoint3d&, const AcGeVector3d&) override {}
-    void point(const AcGePoint3d&, double) override {}
-    void block(AcDbObjectId, const AcGeMatrix3d&) override {}
-    void setTrueColor(const AcCmEntityColor&) override {}
-    void setLayer(AcDbObjectId) override {}
-    void setLineType(AcDbObjectId) override {}
-    void setLineTypeScale(double) override {}
-    void setLineWeight(AcDb::LineWeight) override {}
-};
-
-} // namespace
+using vndk::test::Recorder;
 
 TEST(TextCodesTest, SignsAreReplacedAndWhatIsNoCodeStays) {
     using vndk::gi::withoutCodes;
@@ -203,4 +167,44 @@ TEST(EntityDrawingTest, TheInvisibleAsksForNothing) {
     Recorder recorder;
     EXPECT_TRUE(acgiDrawEntity(line, recorder));
     EXPECT_TRUE(recorder.lines.empty());
+}
+
+TEST(EntityDrawingTest, SolidsHaveEdgesIsolinesAndASurface) {
+    AcDbModelerGeometry::Data data;
+    data.empty = false;
+    data.text = vndk::test::coneText(0);
+    AcDb3dSolid solid;
+    solid.setFileData(data);
+    Recorder recorder;
+    EXPECT_TRUE(acgiDrawEntity(solid, recorder));
+    ASSERT_EQ(recorder.arcs.size(), 1U);
+    EXPECT_EQ(recorder.lines.size(), 4U);
+    for (const auto& line : recorder.lines)
+        EXPECT_TRUE(line.back().isEqualTo({0, 0, 3}) || line.front().isEqualTo({0, 0, 3}));
+    EXPECT_GT(recorder.triangles, 60U);
+}
+
+TEST(EntityDrawingTest, AnImageShowsTheFrameOfWhatIsClipped) {
+    AcDbRasterImage image;
+    AcDbRasterImage::Data data;
+    data.origin = {10, 20, 0};
+    data.u = {2, 0, 0};
+    data.v = {0, 2, 0};
+    data.size = {4, 3};
+    image.setFileData(data);
+    Recorder recorder;
+    EXPECT_TRUE(acgiDrawEntity(image, recorder));
+    data.clipping = true;
+    data.clip = {{0.5, 0.5}, {1.5, 1.5}};
+    image.setFileData(data);
+    EXPECT_TRUE(acgiDrawEntity(image, recorder));
+    ASSERT_EQ(recorder.lines.size(), 2U);
+    EXPECT_TRUE(recorder.lines[0][0].isEqualTo({10, 26, 0})) << "the first pixel is at the top";
+    EXPECT_TRUE(recorder.lines[0][2].isEqualTo({18, 20, 0}));
+    EXPECT_TRUE(recorder.lines[1][0].isEqualTo({12, 24, 0}));
+    EXPECT_TRUE(recorder.lines[1][2].isEqualTo({14, 22, 0}));
+
+    const AcGeMatrix3d mirror = AcGeMatrix3d::mirroring({0, 0, 0}, AcGeVector3d::kXAxis);
+    ASSERT_EQ(image.transformBy(mirror), Acad::eOk);
+    EXPECT_TRUE(image.frame()[2].isEqualTo({-14, 22, 0}));
 }
