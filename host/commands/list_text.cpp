@@ -5,7 +5,10 @@
 #include "db/curves.h"
 #include "db/database.h"
 #include "db/dimensions.h"
+#include "db/hatch.h"
+#include "db/helix.h"
 #include "db/leader.h"
+#include "db/mline.h"
 #include "db/point.h"
 #include "db/polylines.h"
 #include "db/shape.h"
@@ -134,6 +137,32 @@ void list(const AcDbEllipse& ellipse, Lines& out) {
     out.length("Major radius", (out.toUcs() * ellipse.data().majorAxis).length());
 }
 
+void list(const AcDbHatch& hatch, Lines& out) {
+    out.text("Hatch pattern", hatch.patternName());
+    if (!hatch.isSolidFill()) {
+        out.text("Hatch scale", shownLength(out.context(), hatch.patternScale()));
+        out.angle("Hatch angle", hatch.patternAngle());
+    }
+    out.text(hatch.associative() ? "Associative" : "Not associative", "");
+    out.text("Boundaries", std::to_string(hatch.numLoops()));
+}
+
+void list(const AcDbMline& mline, Lines& out) {
+    static constexpr const char* justifications[] = {"Top", "Zero", "Bottom"};
+    out.text(mline.closedMline() ? "Closed" : "Open", "");
+    out.text("Justification =", justifications[std::clamp(mline.justification(), 0, 2)]);
+    out.text("Scale =", shownLength(out.context(), mline.scale()));
+    for (const AcDbMline::Vertex& vertex : mline.data().vertices)
+        out.point("at point", vertex.point);
+}
+
+void list(const AcDbHelix& helix, Lines& out) {
+    out.point("axis point", helix.axisPoint());
+    out.length("radius", helix.baseRadius());
+    out.text("turns", std::to_string(helix.turns()));
+    out.length("turn height", helix.turnHeight());
+}
+
 void list(const AcDbBlockReference& reference, Lines& out) {
     out.text("name", '"' + recordName(reference.blockTableRecord()) + '"');
     out.point("at point,", reference.position());
@@ -260,14 +289,15 @@ std::string listText(const CommandContext& ctx, const AcDbEntity& entity) {
     Lines out(ctx);
     listCommon(entity, out);
     // Derived classes stand before their bases.
-    const bool known = listAs<AcDbLine>(entity, out) || listAs<AcDbCircle>(entity, out) ||
-                       listAs<AcDbArc>(entity, out) || listAs<AcDbPoint>(entity, out) ||
-                       listAs<AcDbPolyline>(entity, out) || listAs<AcDbAttributeDefinition>(entity, out) ||
-                       listAs<AcDbAttribute>(entity, out) || listAs<AcDbText>(entity, out) ||
-                       listAs<AcDbMText>(entity, out) || listAs<AcDbEllipse>(entity, out) ||
-                       listAs<AcDbBlockReference>(entity, out) || listAs<AcDbDimension>(entity, out) ||
-                       listAs<AcDbLeader>(entity, out) || listAs<AcDbFcf>(entity, out) ||
-                       listAs<AcDbShape>(entity, out) || listAs<AcDbViewport>(entity, out);
+    const bool known =
+        listAs<AcDbLine>(entity, out) || listAs<AcDbCircle>(entity, out) || listAs<AcDbArc>(entity, out) ||
+        listAs<AcDbPoint>(entity, out) || listAs<AcDbPolyline>(entity, out) ||
+        listAs<AcDbAttributeDefinition>(entity, out) || listAs<AcDbAttribute>(entity, out) ||
+        listAs<AcDbText>(entity, out) || listAs<AcDbMText>(entity, out) || listAs<AcDbEllipse>(entity, out) ||
+        listAs<AcDbBlockReference>(entity, out) || listAs<AcDbDimension>(entity, out) ||
+        listAs<AcDbLeader>(entity, out) || listAs<AcDbFcf>(entity, out) || listAs<AcDbShape>(entity, out) ||
+        listAs<AcDbViewport>(entity, out) || listAs<AcDbHatch>(entity, out) || listAs<AcDbMline>(entity, out) ||
+        listAs<AcDbHelix>(entity, out);
     AcDbExtents box;
     if (!known && entity.getGeomExtents(box) == Acad::eOk && !box.isEmpty()) {
         out.point("Bounding Box: Lower", box.minPoint());
