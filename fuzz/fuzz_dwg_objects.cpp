@@ -9,8 +9,14 @@
 #include "db/curves.h"
 #include "db/database.h"
 #include "db/dimensions.h"
+#include "db/hatch.h"
+#include "db/hatch_contours.h"
+#include "db/helix.h"
 #include "db/leader.h"
+#include "db/mline.h"
+#include "db/modeler_geometry.h"
 #include "db/polylines.h"
+#include "db/raster_image.h"
 #include "db/shape.h"
 #include "db/stub.h"
 #include "db/text.h"
@@ -23,6 +29,8 @@
 using namespace vndk::dwg;
 
 namespace {
+
+constexpr size_t kMostDashes = 1000;
 
 AcDbObjectId append(AcDbObjectId block, AcDbEntity* entity) {
     AcDbObjectId id;
@@ -55,6 +63,41 @@ void appendDimensions(AcDbObjectId space) {
     auto* const ordinate = new AcDbOrdinateDimension;
     ordinate->setLeaderEndPoint({3, 1, 0});
     append(space, ordinate);
+}
+
+void appendAreasAndSolids(AcDbObjectId space) {
+    AcDbHatch::Data area;
+    AcDbHatch::Loop loop;
+    loop.flags = AcDbHatch::kPolyline | AcDbHatch::kDerived;
+    loop.bulges = true;
+    loop.vertices = {{{0, 0}, 0.5}, {{4, 0}, 0}, {{0, 4}, 0}};
+    area.loops = {loop, {}};
+    area.loops[1].edges = {
+        AcDbHatch::LineEdge{{1, 1}, {2, 1}}, AcDbHatch::ArcEdge{{1, 1}, 1, 0, 1, false},
+        AcDbHatch::EllipseEdge{{1, 1}, {1, 0}, 0.5, 0, 1, true},
+        AcDbHatch::SplineEdge{2, true, false, {0, 0, 0, 1, 1, 1}, {{0, 0}, {1, 1}, {2, 0}}, {1, 2, 1}}};
+    area.lines = {{0.5, {0, 0}, {0, 0.25}, {1, -0.5}}};
+    area.seeds = {{1, 1}};
+    auto* const hatch = new AcDbHatch;
+    hatch->setFileData(area);
+    append(space, hatch);
+    AcDbMline::Data lines;
+    lines.lines = 2;
+    lines.vertices.resize(2);
+    for (AcDbMline::Vertex& vertex : lines.vertices)
+        vertex = {{1, 2, 0}, {1, 0, 0}, {0, 1, 0}, {{{0.5, 0, 1}, {1}}, {{-0.5, 0}, {}}}};
+    auto* const mline = new AcDbMline;
+    mline->setFileData(lines);
+    append(space, mline);
+    AcDbModelerGeometry::Data body;
+    body.empty = false;
+    body.text = "106 5 1 0\nbody $-1 $1 $-1 $-1 #\nlump $-1 $-1 $2 $0 #\nshell $-1 $-1 $-1 $3 $1 #\n"
+                "face $-1 $-1 $-1 $2 $-1 $4 0 0 #\nsphere-surface $-1 0 0 0 2 1 0 0 0 0 1 0 I I I I #\n";
+    auto* const solid = new AcDb3dSolid;
+    solid->setFileData(body);
+    append(space, solid);
+    append(space, new AcDbWipeout);
+    append(space, new AcDbHelix);
 }
 
 /// A drawing with an object of most kinds.
@@ -96,6 +139,7 @@ std::shared_ptr<FileImage> smallDrawing() {
     for (const double x : {1.0, 2.5, 4.0})
         leader->appendVertex({x, x * x, 0});
     append(space, leader);
+    appendAreasAndSolids(space);
     return *FileImage::parse(*writeDrawing(database), "small drawing");
 }
 
@@ -127,6 +171,8 @@ std::vector<uint8_t> encodeAll(AcDbDatabase& database) {
         AcDbExtents box;
         if (const auto* const entity = AcDbEntity::cast(object))
             entity->getGeomExtents(box);
+        if (const auto* const hatch = AcDbHatch::cast(object))
+            vndk::db::patternDashes(hatch->data(), kMostDashes);
         if (const auto* const record = AcDbBlockTableRecord::cast(object))
             record->entities();
         if (const auto* const reference = AcDbBlockReference::cast(object))
