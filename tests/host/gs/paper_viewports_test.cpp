@@ -27,7 +27,10 @@ protected:
     AcDbObjectId viewport(const AcDbViewport::Data& data) {
         auto made = std::make_unique<AcDbViewport>();
         made->setFileData(data);
-        made->setLayer(newLayer(("frame" + std::to_string(frames_++)).c_str(), 6));
+        // Frames that aren't seen show the model all the same.
+        const AcDbObjectId frames = newLayer(("frame" + std::to_string(frames_++)).c_str(), 6);
+        AcDbObjectPointer<AcDbLayerTableRecord>(frames, AcDb::kForWrite)->setIsOff(true);
+        made->setLayer(frames);
         return append(std::move(made), database.paperSpaceId());
     }
     void change(AcDbObjectId id, const AcDbViewport::Data& data) {
