@@ -3,6 +3,7 @@
 
 #include "user/desktop_state.h"
 #include "user/frame_geometry.h"
+#include "win32/codepage.h"
 #include "win32/input.h"
 #include "win32/paint.h"
 
@@ -21,6 +22,8 @@ LRESULT setText(HWND handle, LPCSTR text) {
     window->text = textBehind(text);
     if (hasCaption(window->style))
         paintCaption(handle);
+    else if (window->owner == nullptr && isTopLevel(*window) && (window->style & WS_MAXIMIZE) != 0)
+        currentState()->screen.setTitle(toUtf8(window->text)); // it stands for the whole screen
     return TRUE;
 }
 

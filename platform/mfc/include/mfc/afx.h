@@ -10,6 +10,7 @@
 #include "mfc/dock_bar.h"
 #include "mfc/dock_context.h"
 #include "mfc/file.h"
+#include "mfc/file_dialog.h"
 #include "mfc/frame.h"
 #include "mfc/image_list.h"
 #include "mfc/menu.h"
