@@ -152,7 +152,7 @@ ExitStatus runBatch(CWinApp& application, Host& host, const Options& options) {
     // first drawing open when it starts, as it would in a running host.
     if (!loadObjectLibrary(host))
         return kCommandFailed;
-    if (!openDrawing(host, options.drawing))
+    if (!openDrawing(host, options.drawing).empty())
         return kDrawingFailed;
     if (!loadModule(host))
         return kCommandFailed;

@@ -7,6 +7,22 @@
 
 namespace vndk::app {
 
+namespace {
+
+/// False when one of them can't be opened. Without any a new one is begun.
+bool openDrawings(host::Host& host, const std::vector<std::string>& drawings) {
+    bool all = true;
+    for (const std::string& drawing : drawings) {
+        if (std::string error = openDrawing(host, drawing); !error.empty()) {
+            all = false;
+            host.alert(error);
+        }
+    }
+    return host.documents().documentCount() > 0 ? all : openDrawing(host, {}).empty() && all;
+}
+
+} // namespace
+
 ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& options, screen::Screen& screen) {
     win32::Desktop desktop(screen);
     host::MainFrame frame(host);
@@ -17,12 +33,13 @@ ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& opt
     application.m_pMainWnd = &frame;
 
     ExitStatus status = loadObjectLibrary(host) ? kAllWell : kCommandFailed;
-    if (status == kAllWell && !openDrawing(host, options.drawing))
-        status = kDrawingFailed;
+    const bool opened = status == kAllWell && openDrawings(host, options.drawings);
     if (status == kAllWell && !loadModule(host))
         status = kCommandFailed;
     if (status == kAllWell)
         frame.run(application);
+    if (status == kAllWell && !opened)
+        status = kDrawingFailed;
     // Modules take their windows down before the desktop ends.
     host.linker().unloadModule("VNDKKeldmoor.arx", false);
     frame.leave();

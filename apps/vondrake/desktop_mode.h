@@ -9,7 +9,8 @@
 
 namespace vndk::app {
 
-/// Runs until the user quits. Opens options.drawing, or a new drawing, and loads the module into the host.
+/// Runs until the user quits. Opens options.drawings, or a new drawing, and loads the module into the host. Drawings
+/// that can't be opened are told of in a box, and the window stays with the others.
 ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& options, screen::Screen& screen);
 
 } // namespace vndk::app

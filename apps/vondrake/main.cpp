@@ -15,6 +15,7 @@
 #endif
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
+#include "window_picture.h"
 
 #include <filesystem>
 #include <memory>
@@ -80,11 +81,12 @@ ExitStatus makePicture(host::Host& host, const Options& options) {
     std::string path;
     if (const ExitStatus status = readDrawing(host, options, database, path); status != kAllWell)
         return status;
+    const int width = options.pictureWidth > 0 ? options.pictureWidth : 800;
+    const int height = options.pictureHeight > 0 ? options.pictureHeight : 600;
     const auto inside = win32::fromUtf8(options.picture);
     const auto target = inside ? win32::DriveMap::current().toHost(*inside) : std::nullopt;
-    const win32::Status status = win32::writePng(
-        target.value_or(options.picture),
-        drawPicture(database, {options.pictureWidth, options.pictureHeight, options.view, options.shaded}));
+    const win32::Status status = win32::writePng(target.value_or(options.picture),
+                                                 drawPicture(database, {width, height, options.view, options.shaded}));
     if (status.ok())
         return kAllWell;
     complain(status.message());
@@ -114,6 +116,7 @@ ExitStatus run(const Options& options) {
         writeOut("vondrake " VONDRAKE_VERSION "\n");
         return kAllWell;
     case Options::Task::Window:
+    case Options::Task::WindowPicture:
     case Options::Task::Batch:
     case Options::Task::Facts:
     case Options::Task::Picture:
@@ -132,6 +135,8 @@ ExitStatus run(const Options& options) {
     Profile profile(application);
     host.setProfile(&profile);
     addConvertCommand(host);
+    if (options.task == Options::Task::WindowPicture)
+        return makeWindowPicture(application, host, options);
     return options.task == Options::Task::Window ? showWindow(application, host, options)
                                                  : runBatch(application, host, options);
 }

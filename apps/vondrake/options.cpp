@@ -1,5 +1,6 @@
 #include "options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -28,7 +29,7 @@ int scaleOf(const std::string& text) {
 
 constexpr int kMostPictureSide = 16384;
 
-/// "WxH". Width and height become 0 when the text isn't of that form, or a side isn't from 1 to the largest.
+/// "WxH". Width and height become -1 when the text isn't of that form, or a side isn't from 1 to the largest.
 void takeSize(Options& options, const std::string& text) {
     const char* const end = text.data() + text.size();
     int width = 0, height = 0;
@@ -37,8 +38,8 @@ void takeSize(Options& options, const std::string& text) {
     const auto second = hasBoth ? std::from_chars(first.ptr + 1, end, height) : first;
     const bool good = hasBoth && second.ec == std::errc() && second.ptr == end && width >= 1 && height >= 1 &&
                       width <= kMostPictureSide && height <= kMostPictureSide;
-    options.pictureWidth = good ? width : 0;
-    options.pictureHeight = good ? height : 0;
+    options.pictureWidth = good ? width : -1;
+    options.pictureHeight = good ? height : -1;
 }
 
 /// Empty when there is no view of that name.
@@ -53,6 +54,7 @@ constexpr OptionRow kRows[] = {
     {"--batch", kNeeded, [](Options& o, const std::string& v) { o.script = v; }, Task::Batch},
     {"--facts", kNeeded, [](Options& o, const std::string& v) { o.drawing = v; }, Task::Facts},
     {"--png", kNeeded, [](Options& o, const std::string& v) { o.picture = v; }, Task::Picture},
+    {"--window-png", kNeeded, [](Options& o, const std::string& v) { o.picture = v; }, Task::WindowPicture},
     {"--size", kNeeded, [](Options& o, const std::string& v) { takeSize(o, v); }, {}},
     {"--view", kNeeded, [](Options& o, const std::string& v) { o.view = viewOf(v); }, {}},
     {"--shade", kNone, [](Options& o, const std::string&) { o.shaded = true; }, {}},
@@ -118,7 +120,8 @@ private:
         if (row->value == kNeeded && value.empty())
             return complain("The value of the option " + std::string(name) + " is empty.");
         if (row->task && task_)
-            return complain("Only one of --batch, --facts, --png, --help and --version can be given, and once.");
+            return complain(
+                "Only one of --batch, --facts, --png, --window-png, --help and --version can be given, and once.");
         if (row->task)
             task_ = row->task;
         row->apply(options_, value);
@@ -126,19 +129,18 @@ private:
 
     void finish() {
         options_.task = task_.value_or(Task::Window);
-        const bool takesDrawing =
-            options_.task == Task::Batch || options_.task == Task::Window || options_.task == Task::Picture;
-        const size_t most = takesDrawing ? 1 : 0;
+        const bool window = options_.task == Task::Window || options_.task == Task::WindowPicture;
+        const bool takesDrawing = options_.task == Task::Batch || options_.task == Task::Picture;
+        const size_t most = window ? names_.size() : takesDrawing ? 1 : 0;
         if (names_.size() > most)
             return complain("\"" + names_[most] + "\" is one argument too many.");
         if (options_.task == Task::Picture && names_.empty())
             return complain("The option --png needs a drawing.");
-        if (options_.pictureWidth == 0)
+        if (options_.pictureWidth < 0)
             return complain("The value of --size is a width and a height of 1 to 16384 pixels, as in 800x600.");
-        const bool sized =
-            options_.pictureWidth != Options().pictureWidth || options_.pictureHeight != Options().pictureHeight;
-        if (sized && options_.task != Task::Picture)
-            return complain("The option --size goes with --png.");
+        const bool takesSize = options_.task == Task::Picture || options_.task == Task::WindowPicture;
+        if (options_.pictureWidth > 0 && !takesSize)
+            return complain("The option --size goes with --png and --window-png.");
         if (options_.view.empty())
             return complain("The value of --view is top, bottom, front, back, left, right or iso.");
         if ((options_.view != Options().view || options_.shaded) && options_.task != Task::Picture)
@@ -149,10 +151,12 @@ private:
             return complain("The option --scale is for the window. In a script PICTURE takes a scale.");
         if (options_.keepGoing && options_.task != Task::Batch)
             return complain("The option --keep-going goes with --batch.");
-        if (!names_.empty() && names_[0].empty())
+        if (std::find(names_.begin(), names_.end(), "") != names_.end())
             return complain("The drawing's name is empty.");
         if (!names_.empty())
             options_.drawing = names_[0];
+        if (window)
+            options_.drawings = names_;
     }
 
     void complain(std::string text) { complaint_ = std::move(text); }
@@ -172,20 +176,22 @@ std::variant<Options, std::string> parseOptions(std::span<const char* const> arg
 }
 
 std::string_view helpText() {
-    return "Usage: vondrake [DRAWING] [--scale N] [OPTION]...\n"
+    return "Usage: vondrake [DRAWING]... [--scale N] [OPTION]...\n"
            "       vondrake --batch SCRIPT [DRAWING] [--keep-going] [OPTION]...\n"
            "       vondrake --facts DRAWING [OPTION]...\n"
            "       vondrake --png FILE [--size WxH] [--view NAME] [--shade] DRAWING [OPTION]...\n"
+           "       vondrake --window-png FILE [--size WxH] [DRAWING]... [OPTION]...\n"
            "Puts Intelligent Blocks into drawings (.dwg, AC1015).\n"
            "\n"
-           "  [DRAWING]                 open a window on DRAWING or else on a new drawing\n"
+           "  [DRAWING]...              open a window on the drawings or else on a new drawing\n"
            "  --scale N                 show each pixel of the window as N x N, for large screens (1 to 4)\n"
            "  --batch SCRIPT [DRAWING]  run the lines of SCRIPT (- for standard input) at the command line,\n"
            "                            on DRAWING or else on a new drawing\n"
            "  --keep-going              go on after a line that failed; the exit status tells of it\n"
            "  --facts DRAWING           write what is in DRAWING to standard output, as JSON\n"
            "  --png FILE DRAWING        draw the model space of DRAWING into a PNG file\n"
-           "  --size WxH                pixels of the picture (800x600)\n"
+           "  --window-png FILE         draw the window as it opens on the drawings, without a screen\n"
+           "  --size WxH                pixels of the picture (drawings 800x600, window 1280x800)\n"
            "  --view NAME               from the top, bottom, front, back, left, right or iso (top)\n"
            "  --shade                   surfaces shaded, what lies behind them hidden\n"
            "  --drive LETTER=FOLDER     map a drive letter; may be given more than once\n"

@@ -10,14 +10,15 @@
 namespace vndk::app {
 
 struct Options {
-    enum class Task { Window, Batch, Facts, Picture, Help, Version };
+    enum class Task { Window, WindowPicture, Batch, Facts, Picture, Help, Version };
     Task task = Task::Window;
-    std::string script;  ///< Batch: its path, "-" for standard input
-    std::string drawing; ///< as it was typed, in either form; empty for none
-    std::string picture; ///< Picture: path of the PNG file
-    int pictureWidth = 800, pictureHeight = 600;
-    std::string view = "top"; ///< Picture: a name that viewDirection knows
-    bool shaded = false;      ///< Picture
+    std::string script;                      ///< Batch: its path, "-" for standard input
+    std::string drawing;                     ///< as it was typed, in either form; empty for none
+    std::vector<std::string> drawings;       ///< Window, WindowPicture: all of them
+    std::string picture;                     ///< Picture, WindowPicture: path of the PNG file
+    int pictureWidth = 0, pictureHeight = 0; ///< pixels; 0: the task's own size
+    std::string view = "top";                ///< Picture: a name that viewDirection knows
+    bool shaded = false;                     ///< Picture
     bool keepGoing = false;
     int scale = 1;                   ///< Window: each of its pixels shows as scale x scale, 1 to 4
     std::string profile;             ///< path of the system; empty for the usual one

@@ -19,7 +19,7 @@ bool load(host::Host& host, const char* name) {
 bool loadObjectLibrary(host::Host& host) { return load(host, "VNDKObjectsDbx.dbx"); }
 bool loadModule(host::Host& host) { return load(host, "VNDKKeldmoor.arx"); }
 
-bool openDrawing(host::Host& host, const std::string& drawing) {
+std::string openDrawing(host::Host& host, const std::string& drawing) {
     AcApDocManager& documents = host.documents();
     Acad::ErrorStatus status = Acad::eOk;
     if (drawing.empty()) {
@@ -27,13 +27,15 @@ bool openDrawing(host::Host& host, const std::string& drawing) {
     } else if (const auto name = win32::fromUtf8(drawing)) {
         status = documents.appContextOpenDocument(name->c_str());
     } else {
-        complain("The drawing's name \"" + drawing +
-                 "\" holds a character that isn't in code page 1252. Rename or link the file.");
-        return false;
+        const std::string message = "The drawing's name \"" + drawing +
+                                    "\" holds a character that isn't in code page 1252. Rename or link the file.";
+        complain(message);
+        return win32::fromUtf8Lossy(message);
     }
-    if (status != Acad::eOk)
-        complain(win32::toUtf8(documents.lastError()));
-    return status == Acad::eOk;
+    if (status == Acad::eOk)
+        return {};
+    complain(win32::toUtf8(documents.lastError()));
+    return documents.lastError();
 }
 
 } // namespace vndk::app

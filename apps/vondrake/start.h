@@ -11,7 +11,8 @@ namespace vndk::app {
 bool loadObjectLibrary(host::Host& host);
 /// The module; it finds its first drawing open when it starts, as it would in a running host.
 bool loadModule(host::Host& host);
-/// A drawing's name as it was typed (UTF-8), in either form; empty: a new drawing.
-bool openDrawing(host::Host& host, const std::string& drawing);
+/// A drawing's name as it was typed (UTF-8), in either form; empty: a new drawing. Gives the complaint in code page
+/// 1252, empty when all went well.
+std::string openDrawing(host::Host& host, const std::string& drawing);
 
 } // namespace vndk::app

@@ -2,6 +2,7 @@
 #include "ads/ads.h"
 
 #include "ads/values.h"
+#include "commands/file_questions.h"
 #include "ed/host.h"
 #include "ge/unit_text.h"
 
@@ -207,6 +208,21 @@ int acedEntSel(const char* prompt, ads_name entity, ads_point point) {
 int acedUsrBrk() {
     Host* const host = Host::current();
     return host && host->prompts().lastStatus() == PromptStatus::Cancelled;
+}
+
+int acedGetFileD(const char* title, const char* name, const char* extension, int flags, resbuf* result) {
+    Host* const host = Host::current();
+    if (!host || !result)
+        return RTERROR;
+    const auto chosen = askFileName(*host, {.save = (flags & kNewFile) != 0,
+                                            .title = title ? title : "",
+                                            .start = name ? name : "",
+                                            .extension = extension ? extension : ""});
+    if (!chosen)
+        return RTCAN;
+    result->restype = RTSTR;
+    result->resval.rstring = acutNewString(chosen->c_str());
+    return RTNORM;
 }
 
 int acedGetVar(const char* name, resbuf* result) {

@@ -2,6 +2,7 @@
 
 #include "ads/entity_data.h"
 #include "ads/values.h"
+#include "commands/file_questions.h"
 #include "db/stub.h"
 #include "ed/host.h"
 #include "ed/pick.h"
@@ -215,6 +216,16 @@ Outcome<Value> LispLink::getString(Blanks blanks, std::string_view prompt) {
     const TextForm form = blanks == Blanks::Allowed ? TextForm::Line : TextForm::Word;
     const PromptStatus status = host_.prompts().getString(prompt, form, text);
     return answer(status, host_.prompts(), Value::string(text));
+}
+
+Outcome<Value> LispLink::getFileName(std::string_view title, std::string_view name, std::string_view extension,
+                                     int flags) {
+    const std::string shownTitle(title), kind(extension);
+    const auto chosen = askFileName(host_, {.save = (flags & kNewFile) != 0,
+                                            .title = shownTitle.c_str(),
+                                            .start = std::string(name),
+                                            .extension = kind.c_str()});
+    return chosen ? Value::string(*chosen) : Value();
 }
 
 Outcome<Value> LispLink::initGet(int bits, std::string_view keywords) {

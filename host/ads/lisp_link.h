@@ -32,6 +32,8 @@ public:
     lisp::Outcome<lisp::Value> getInt(std::string_view prompt) override;
     lisp::Outcome<lisp::Value> getKeyword(std::string_view prompt) override;
     lisp::Outcome<lisp::Value> getString(Blanks blanks, std::string_view prompt) override;
+    lisp::Outcome<lisp::Value> getFileName(std::string_view title, std::string_view name, std::string_view extension,
+                                           int flags) override;
     lisp::Outcome<lisp::Value> initGet(int bits, std::string_view keywords) override;
 
 private:

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <tuple>
 #include <utility>
 
@@ -143,6 +144,7 @@ Acad::ErrorStatus AcApDocManager::sendStringToExecute(AcApDocument* document, co
     if (!text)
         return fail(Acad::eInvalidInput, "There is no text to send.");
     sent_.push_back({document, text, activate, echo});
+    host_.wake();
     return Acad::eOk;
 }
 
@@ -241,9 +243,8 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const char* fileName) {
                                              "\" can't be a file's name. Give a path on a mapped drive.");
     const auto dosName = drives.toDos(*path);
     std::string name = dosName ? *dosName : vndk::win32::fromUtf8Lossy(*path);
-    for (const auto& document : documents_)
-        if (document->hasFile() && vndk::win32::compareNoCase(document->fileName(), name) == 0)
-            return activateDocument(document.get());
+    if (AcApDocument* const open = documentOf(name, *path))
+        return activateDocument(open);
     auto document = std::unique_ptr<AcApDocument>(
         new AcApDocument(host_, std::make_unique<AcDbDatabase>(false), std::move(name), true));
     tell(&AcApDocManagerReactor::documentCreateStarted, document.get());
@@ -255,12 +256,31 @@ Acad::ErrorStatus AcApDocManager::appContextOpenDocument(const char* fileName) {
     return Acad::eOk;
 }
 
+/// A link leads to the same file under another name.
+AcApDocument* AcApDocManager::documentOf(const std::string& dosName, const std::string& path) const {
+    const auto& drives = vndk::win32::DriveMap::current();
+    for (const auto& document : documents_) {
+        if (!document->hasFile())
+            continue;
+        if (vndk::win32::compareNoCase(document->fileName(), dosName) == 0)
+            return document.get();
+        std::error_code ignored;
+        const auto other = drives.toHost(document->fileName());
+        if (other && std::filesystem::equivalent(*other, path, ignored))
+            return document.get();
+    }
+    return nullptr;
+}
+
 Acad::ErrorStatus AcApDocManager::readAndLock(AcApDocument& document, const std::string& path) {
     AcDbDatabase& database = *document.database();
     const auto mark = markOf(path);
     if (const Acad::ErrorStatus status = database.readDwgFile(path.c_str(), kShareWithAll); status != Acad::eOk)
         return fail(status, fileErrorOf(database));
     lockFile(document);
+    if (document.isReadOnly() && !host_.confirm(document.fileName_ + " can't be opened for writing:\n\n" + lastError_ +
+                                                "\n\nOpen it for reading only?"))
+        return fail(Acad::eFileSharingViolation, lastError_ + "\nIt wasn't opened.");
     if (!document.isReadOnly() && markOf(path) != mark)
         return fail(Acad::eFileSharingViolation, document.fileName_ +
                                                      " was saved by another program while it was being read. "
@@ -275,8 +295,9 @@ void AcApDocManager::lockFile(AcApDocument& document) {
     document.readOnly_ = !locked;
     if (locked)
         return;
+    lastError_ = vndk::win32::fromUtf8Lossy(locked.error().message);
     host_.freshLine();
-    host_.print(vndk::win32::fromUtf8Lossy(locked.error().message) + "\nIt is open for reading only.\n");
+    host_.print(lastError_ + "\nIt is open for reading only.\n");
 }
 
 void AcApDocManager::renameDocument(AcApDocument& document, std::string fileName) {

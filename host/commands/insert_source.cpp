@@ -2,6 +2,7 @@
 
 #include "commands/block_tools.h"
 #include "commands/drawing_files.h"
+#include "commands/file_questions.h"
 #include "db/redefine_block.h"
 #include "ed/host.h"
 #include "win32/codepage.h"
@@ -78,7 +79,11 @@ private:
             ctx_.prompts().getString("\nEnter block name or [?]" + standard + ": ", TextForm::Name, typed);
         if (typed.empty())
             typed = last;
-        return status;
+        if (status != PromptStatus::Normal || typed != kAskInDialog)
+            return status;
+        const auto chosen = askFileName(ctx_.host(), {.title = "Select Drawing File"});
+        typed = chosen.value_or("");
+        return chosen ? PromptStatus::Normal : PromptStatus::Cancelled;
     }
 
     PromptStatus refuse(std::string complaint) {

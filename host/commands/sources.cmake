@@ -16,6 +16,7 @@ set(COMMAND_SOURCES
   commands/erase_command.cpp
   commands/explode_command.cpp
   commands/file_commands.cpp
+  commands/file_questions.cpp
   commands/insert_attributes.cpp
   commands/insert_command.cpp
   commands/insert_placement.cpp

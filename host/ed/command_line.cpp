@@ -344,12 +344,15 @@ Answer CommandLine::takeTyped(AnswerForm form, const PromptRequest& request) {
         cancel.kind = Kind::Cancel;
         return cancel;
     }
+    PromptRequest asked = request;
+    asked.form = form;
     host_.documents().deliverSentText();
-    while (input_.empty() && source_ && source_->wait(input_, request))
+    while (input_.empty() && source_ && source_->wait(input_, asked))
         host_.documents().deliverSentText();
     Answer answer = input_.take(form);
+    const PromptRequest more{.text = "(_> ", .form = AnswerForm::Line};
     while (answer.kind == Kind::Expression && source_ && !isWholeExpression(answer.text) &&
-           (!input_.empty() || source_->wait(input_, {"(_> "})))
+           (!input_.empty() || source_->wait(input_, more)))
         answer.text += "\n" + input_.take(AnswerForm::Line).text;
     return answer;
 }

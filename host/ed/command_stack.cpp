@@ -4,6 +4,7 @@
 #include "ed/builtin_commands.h"
 
 #include <algorithm>
+#include <set>
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcEdCommand, AcRxObject)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcEdCommandStack, AcRxObject)
@@ -185,6 +186,15 @@ std::vector<const AcEdCommand*> AcEdCommandStack::commands() const {
         for (const auto& command : group->commands)
             all.push_back(command.get());
     return all;
+}
+
+std::vector<std::string> AcEdCommandStack::namesBeginning(std::string_view begin) const {
+    const std::string folded = acdbFoldName(begin);
+    std::set<std::string> names;
+    for (const auto& [name, commands] : byLocal_)
+        if (name.starts_with(folded) && top(byLocal_, name))
+            names.insert(name);
+    return {names.begin(), names.end()};
 }
 
 bool AcEdCommandStack::setUndefined(std::string_view name, bool undefined) {

@@ -99,6 +99,15 @@ Value getstring(Evaluator& evaluator, Arguments args) {
                                                    promptText(promptOnly || args.empty() ? args : args.subspan(1))));
 }
 
+/// (getfiled title default extension flags)
+Value getfiled(Evaluator& evaluator, Arguments args) {
+    const auto textAt = [&](std::size_t index) {
+        return args[index].isString() ? args[index].text() : std::string_view();
+    };
+    const int flags = args[3].isInt() ? args[3].integer() : 0;
+    return valueOrThrow(evaluator.host().getFileName(textAt(0), textAt(1), textAt(2), flags));
+}
+
 Value initget(Evaluator& evaluator, Arguments args) {
     const int bits = !args.empty() && args[0].isInt() ? args[0].integer() : 0;
     const Arguments keywords = !args.empty() && !args[0].isString() ? args.subspan(1) : args;
@@ -112,7 +121,7 @@ constexpr Builtin builtins[] = {
     {"ENTLAST", 0, 0, entlast},   {"ENTNEXT", 0, 1, entnext},     {"ENTDEL", 1, 1, entdel},
     {"GETPOINT", 0, 2, getpoint}, {"GETDIST", 0, 2, getdist},     {"GETANGLE", 0, 2, getangle},
     {"GETREAL", 0, 1, getreal},   {"GETINT", 0, 1, getint},       {"GETKWORD", 0, 1, getkword},
-    {"INITGET", 0, 2, initget},   {"GETSTRING", 0, 2, getstring},
+    {"INITGET", 0, 2, initget},   {"GETSTRING", 0, 2, getstring}, {"GETFILED", 4, 4, getfiled},
 };
 
 } // namespace

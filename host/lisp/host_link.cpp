@@ -25,6 +25,9 @@ Outcome<Value> HostLink::getAngle(const Value&, std::string_view) { return notAv
 Outcome<Value> HostLink::getReal(std::string_view) { return notAvailable("getreal"); }
 Outcome<Value> HostLink::getInt(std::string_view) { return notAvailable("getint"); }
 Outcome<Value> HostLink::getKeyword(std::string_view) { return notAvailable("getkword"); }
+Outcome<Value> HostLink::getFileName(std::string_view, std::string_view, std::string_view, int) {
+    return notAvailable("getfiled");
+}
 Outcome<Value> HostLink::getString(Blanks, std::string_view) { return notAvailable("getstring"); }
 Outcome<Value> HostLink::initGet(int, std::string_view) { return notAvailable("initget"); }
 

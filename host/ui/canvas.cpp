@@ -147,6 +147,8 @@ void Canvas::OnMButtonUp(UINT, CPoint) {
 void Canvas::OnMButtonDblClk(UINT, CPoint) { zoomExtents(); }
 
 void Canvas::OnMouseMove(UINT flags, CPoint point) {
+    if (view_ && onCursor)
+        onCursor(worldAt(point));
     if (panning_ && view_ && (flags & MK_MBUTTON)) {
         moveBy(lastPoint_, point);
         lastPoint_ = point;

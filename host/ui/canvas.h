@@ -8,6 +8,8 @@
 #include "gs/manager.h"
 #include "mfc/afx.h"
 
+#include <functional>
+
 class AcApDocument;
 
 namespace vndk::host {
@@ -30,6 +32,8 @@ public:
     void zoomExtents();
     /// Where the line of sight through a pixel meets the target's plane; world coordinates.
     AcGePoint3d worldAt(CPoint pixel) const;
+    /// Told where the cursor is as it moves over the drawing; world coordinates.
+    std::function<void(const AcGePoint3d&)> onCursor;
 
 protected:
     void OnPaint();

@@ -1,15 +1,14 @@
 #include "ui/window_prompts.h"
 
-#include "ui/canvas.h"
-#include "ui/command_window.h"
 #include "ui/main_frame.h"
 
 namespace vndk::host {
 
 bool WindowPrompts::wait(InputQueue& queue, const PromptRequest& request) {
-    frame_.commandWindow().showPrompt(request.text);
-    // What the command has done so far is seen while it asks on.
-    frame_.canvas().follow();
+    // The command prompt is the frame's own: its loop goes on, and starts what is entered.
+    if (request.kind == PromptRequest::Kind::Command)
+        return false;
+    frame_.beginPrompt(request);
     ++waiting_;
     bool more = true;
     while (more && queue.empty())

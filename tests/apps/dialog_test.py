@@ -114,5 +114,17 @@ class Attributes(Case):
         self.assertEqual(self.values(), ["1", "Office"], done.stdout)
 
 
+class Files(Case):
+    """A tilde in place of a drawing's name asks in the dialog, with a script as well."""
+
+    def test_a_drawing_is_opened_and_saved_by_dialog(self):
+        self.batch(MAKE_DESK)
+        done = self.batch("OPEN\n~\nSHOW\nTYPE plan\nCLICK \"Open\"\nSAVEAS 2000 ~\nTYPE copy\nCLICK \"Save\"\n")
+        self.assertIn('Dialog "Open Drawing"', done.stdout)
+        self.assertEqual(self.facts("copy.dwg")["references"], self.facts("plan.dwg")["references"])
+        # Giving up there is no failure; neither is a name that isn't there, which the dialog tells by itself.
+        self.batch("OPEN\n~\nTYPE none\nCLICK \"Open\"\nCLICK \"OK\"\nCLICK \"Cancel\"\n")
+
+
 if __name__ == "__main__":
     unittest.main(verbosity=2)

@@ -69,6 +69,10 @@ int acedGetKword(const char* prompt, char* result);
 /// With `blanks` the text may hold blanks. `result` takes up to 255 characters and the closing zero; a longer answer is
 /// refused with a message and asked for again.
 int acedGetString(int blanks, const char* prompt, char* result);
+/// Asks for a file in a dialog. `name` is one to begin with, `extension` without a dot (null: any), flag 1 means that
+/// the file is to be written. The name, in full, comes as RTSTR (free it with acutDelString). RTCAN when the user gave
+/// up.
+int acedGetFileD(const char* title, const char* name, const char* extension, int flags, resbuf* result);
 /// The keyword after RTKWORD. `result` takes up to 132 characters and the closing zero; RTERROR for a longer text.
 int acedGetInput(char* result);
 /// RTERROR when nothing is picked.

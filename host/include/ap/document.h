@@ -191,6 +191,7 @@ private:
     void enter(AcApDocument* document);
     bool owns(const AcApDocument* document) const;
     Acad::ErrorStatus fail(Acad::ErrorStatus status, std::string message);
+    AcApDocument* documentOf(const std::string& dosName, const std::string& path) const;
     Acad::ErrorStatus readAndLock(AcApDocument& document, const std::string& path);
     /// Keeps other programs from saving the document's file. Where that can't be done the document is read-only.
     void lockFile(AcApDocument& document);

@@ -57,6 +57,8 @@ public:
     InputQueue& input() { return input_; }
     /// Not owned; null for none.
     void setSource(PromptSource* source) { source_ = source; }
+    /// True when somebody is there to be asked in dialogs, and hasn't typed the answer ahead.
+    bool asksUser() const { return source_ && input_.empty() && fed_.empty(); }
     void setInvalidAnswers(InvalidAnswers rule) { invalidAnswers_ = rule; }
     InvalidAnswers invalidAnswers() const { return invalidAnswers_; }
 

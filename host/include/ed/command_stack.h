@@ -83,6 +83,8 @@ public:
     AcEdCommand* lookupLocalCmd(const char* name) const;
     /// The command with that global name within a group.
     AcEdCommand* lookupCmd(const char* globalName, const char* group) const;
+    /// Local names that begin so, whatever their case, in order and each once. Undefined ones aren't among them.
+    std::vector<std::string> namesBeginning(std::string_view begin) const;
     /// What a user gets who types `name`, prefixes and all but the apostrophe.
     AcEdCommand* lookupTyped(std::string_view name) const;
     /// Lets the commands of a group win from now on, as if they had been registered last. eKeyNotFound.

@@ -73,6 +73,15 @@ public:
     /// What acedAlert does; by default prints the message on lines of its own.
     void setAlert(std::function<void(std::string_view)> alert) { alert_ = std::move(alert); }
     void alert(std::string_view message);
+    /// A question to the user that is answered by yes or no; nobody to ask says yes.
+    void setConfirm(std::function<bool(std::string_view)> confirm) { confirm_ = std::move(confirm); }
+    bool confirm(std::string_view question) const { return !confirm_ || confirm_(question); }
+    /// Told when text has been queued for a command line, which may sit in a loop that waits for the user.
+    void setWake(std::function<void()> wake) { wake_ = std::move(wake); }
+    void wake() const {
+        if (wake_)
+            wake_();
+    }
     /// Not owned; null keeps settings for this session only.
     void setProfile(ProfileStore* profile) {
         profile_ = profile;
@@ -106,6 +115,8 @@ private:
     AcDbHostApplicationServices* formerServices_;
     std::function<void(std::string_view)> print_;
     std::function<void(std::string_view)> alert_;
+    std::function<bool(std::string_view)> confirm_;
+    std::function<void()> wake_;
     ProfileStore* profile_ = nullptr;
     AcEdCommandStack commands_;
     AcEditor editor_;

@@ -19,6 +19,14 @@ namespace vndk::host {
 
 class InputQueue;
 
+/// How much an answer takes.
+enum class AnswerForm {
+    Word, ///< ends at a blank or the line's end; `(` begins an expression
+    Name, ///< as Word, but blanks between quotes belong to it
+    Line, ///< ends at the line's end; always text
+    LineOrExpression,
+};
+
 /// What a prompt asks for, so that a window can take the answer by mouse.
 struct PromptRequest {
     enum class Kind {
@@ -36,6 +44,7 @@ struct PromptRequest {
     std::optional<AcGePoint3d> base = {}; ///< where a rubber band begins; current user coordinate system
     bool dashed = false;                  ///< the band is dashed
     std::string_view keywords = {};       ///< as initGet takes them
+    AnswerForm form = AnswerForm::Word;   ///< what ends the answer, so that a window knows what a blank means
 };
 
 /// Where typed input comes from: a window, a terminal. A script is simply fed whole.
@@ -45,14 +54,6 @@ public:
     /// Called when a prompt needs input and the queue is empty. Feeds `queue`, waiting for the user if need be.
     /// False: there will be no more.
     virtual bool wait(InputQueue& queue, const PromptRequest& request) = 0;
-};
-
-/// How much an answer takes.
-enum class AnswerForm {
-    Word, ///< ends at a blank or the line's end; `(` begins an expression
-    Name, ///< as Word, but blanks between quotes belong to it
-    Line, ///< ends at the line's end; always text
-    LineOrExpression,
 };
 
 /// One answer.

@@ -54,6 +54,9 @@ public:
     virtual Outcome<Value> getKeyword(std::string_view prompt);
     enum class Blanks { EndAnswer, Allowed };
     virtual Outcome<Value> getString(Blanks blanks, std::string_view prompt);
+    /// The name of a file, asked for in a dialog that begins with `name`; nil when the user gave up.
+    virtual Outcome<Value> getFileName(std::string_view title, std::string_view name, std::string_view extension,
+                                       int flags);
     /// Rules for the next prompt: the bits 1 (no empty answer), 2 (no zero), 4 (not negative), ... and keywords
     /// separated by blanks.
     virtual Outcome<Value> initGet(int bits, std::string_view keywords);

@@ -1,0 +1,57 @@
+// Numbers of the program's resources: the main menu with its keys.
+#pragma once
+
+#define IDI_PROGRAM 1
+#define IDR_MAINFRAME 128
+
+// Commands that are typed for the user; the table in menu_commands.cpp tells what.
+#define ID_TYPED_FIRST 0x8001
+#define ID_FILE_NEW_DRAWING 0x8001
+#define ID_FILE_OPEN_DRAWING 0x8002
+#define ID_FILE_CLOSE_DRAWING 0x8003
+#define ID_FILE_SAVE_DRAWING 0x8004
+#define ID_FILE_SAVE_DRAWING_AS 0x8005
+#define ID_FILE_QUIT 0x8006
+#define ID_EDIT_UNDO_COMMAND 0x8011
+#define ID_EDIT_REDO_COMMAND 0x8012
+#define ID_EDIT_ERASE 0x8013
+#define ID_VIEW_ZOOM_ALL 0x8021
+#define ID_VIEW_ZOOM_EXTENTS 0x8022
+#define ID_VIEW_ZOOM_WINDOW 0x8023
+#define ID_VIEW_ZOOM_PREVIOUS 0x8024
+#define ID_VIEW_ZOOM_IN 0x8025
+#define ID_VIEW_ZOOM_OUT 0x8026
+#define ID_VIEW_PAN 0x8027
+#define ID_VIEW_REGEN 0x8028
+#define ID_INSERT_BLOCK 0x8031
+#define ID_INSERT_PALETTE 0x8032
+#define ID_DRAW_LINE 0x8041
+#define ID_DRAW_POLYLINE 0x8042
+#define ID_DRAW_ARC 0x8043
+#define ID_DRAW_CIRCLE 0x8044
+#define ID_DRAW_TEXT 0x8045
+#define ID_DRAW_BLOCK 0x8046
+#define ID_DRAW_ATTRIBUTE 0x8047
+#define ID_MODIFY_ATTRIBUTES 0x8051
+#define ID_MODIFY_COPY 0x8052
+#define ID_MODIFY_MIRROR 0x8053
+#define ID_MODIFY_MOVE 0x8054
+#define ID_MODIFY_ROTATE 0x8055
+#define ID_MODIFY_SCALE 0x8056
+#define ID_MODIFY_EXPLODE 0x8057
+#define ID_MODIFY_LAYER 0x8058
+#define ID_MODIFY_PURGE 0x8059
+#define ID_TYPED_LAST 0x80FF
+
+// Commands of the frame itself.
+#define ID_FRAME_FIRST 0x8101
+#define ID_VIEW_TEXT_WINDOW 0x8101
+#define ID_EDIT_COPY_TEXT 0x8102
+#define ID_EDIT_PASTE_TEXT 0x8103
+#define ID_WINDOW_NEXT 0x8104
+#define ID_WINDOW_PREVIOUS 0x8105
+#define ID_HELP_COMMANDS 0x8106
+#define ID_HELP_PROGRAM 0x8107
+#define ID_MODE_ORTHO 0x8108
+#define ID_MODE_SNAP 0x8109
+#define ID_FRAME_LAST 0x81FF
