@@ -2,7 +2,8 @@
 # missing. Everything that is built stays below build/.
 #
 #   make build    the programs, in build/bin
-#   make run      builds, then inserts Intelligent Blocks into the sample plan; DRAWING=path takes your own drawing
+#   make run      builds, then opens the window on the sample plan (without a display: works on it, leaves pictures);
+#                 DRAWING=path takes your own drawing
 #   make test     every test, under the address and undefined-behaviour sanitizers
 #   make bench    the measurements
 #   make fuzz     every fuzz target for FUZZ_SECONDS
