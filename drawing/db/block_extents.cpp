@@ -28,10 +28,14 @@ bool mayMeasure(AcDbObjectId block) {
 
 AcDbExtents blockExtents(AcDbObjectId block) {
     AcDbExtents all;
-    const AcDbObjectPointer<AcDbBlockTableRecord> record(block);
-    if (!record || !mayMeasure(block))
+    const AcDbObjectPointer<AcDbBlockTableRecord> named(block);
+    if (!named || !mayMeasure(block))
         return all;
     const NestingScope scope(block);
+    const AcDbBlockTableRecord::Shown shown = named->shown();
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(shown.record);
+    if (!record)
+        return all;
     for (const AcDbObjectId id : record->entities()) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
         AcDbExtents box;
@@ -39,7 +43,7 @@ AcDbExtents blockExtents(AcDbObjectId block) {
             all.addExt(box);
     }
     if (!all.isEmpty())
-        all.transformBy(AcGeMatrix3d::translation(AcGePoint3d::kOrigin - record->origin()));
+        all.transformBy(AcGeMatrix3d::translation(AcGePoint3d::kOrigin - shown.base));
     return all;
 }
 

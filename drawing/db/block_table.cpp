@@ -17,6 +17,19 @@ Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
     return status;
 }
 
+Acad::ErrorStatus AcDbBlockTableRecord::setPathName(const char* path) {
+    const Acad::ErrorStatus status = assertWriteEnabled();
+    if (status == Acad::eOk)
+        data_.xrefPath = path ? path : "";
+    return status;
+}
+
+AcDbBlockTableRecord::Shown AcDbBlockTableRecord::shown() const {
+    if (const AcDbDatabase* const other = xrefDatabase())
+        return {other->modelSpaceId(), other->insbase()};
+    return {objectId(), data_.origin};
+}
+
 Acad::ErrorStatus AcDbBlockTableRecord::setComments(const char* text) {
     const Acad::ErrorStatus status = assertWriteEnabled();
     if (status == Acad::eOk)

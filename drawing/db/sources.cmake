@@ -21,6 +21,7 @@ set(DB_SOURCES
   db/symbol_tables.cpp
   db/undo.cpp
   db/usage.cpp
+  db/xref.cpp
   db/wblock.cpp
   db/xdata.cpp
 )

@@ -93,10 +93,32 @@ void drawAttributes(const AcDbBlockReference& reference, AcGiWorldDraw& context)
     }
 }
 
+bool isMissing(const AcDbBlockTableRecord& record) {
+    return (record.isFromExternalReference() || record.isFromOverlayReference()) && !record.xrefDatabase();
+}
+
+/// In the place of a drawing that isn't there stands its path.
+void drawPath(const AcDbBlockReference& reference, const AcDbBlockTableRecord& record, AcGiWorldDraw& context) {
+    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(reference.normal());
+    AcGiText text;
+    text.text = "Xref " + record.pathName();
+    text.position = reference.position();
+    text.direction = toWorld.xAxis();
+    text.up = toWorld.yAxis();
+    if (const AcDbDatabase* const database = reference.database()) {
+        text.style = database->textstyle();
+        text.height = database->header().TEXTSIZE;
+    }
+    context.geometry().text(text);
+}
+
 void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
     const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.blockTableRecord());
-    if (record) {
-        const AcGeMatrix3d base = AcGeMatrix3d::translation(AcGePoint3d::kOrigin - record->origin());
+    if (record && isMissing(*record)) {
+        drawPath(reference, *record, context);
+    } else if (record) {
+        const AcDbBlockTableRecord::Shown shown = record->shown();
+        const AcGeMatrix3d base = AcGeMatrix3d::translation(AcGePoint3d::kOrigin - shown.base);
         const AcGeMatrix3d place = reference.blockTransform();
         const auto* const array = AcDbMInsertBlock::cast(&reference);
         const unsigned rows = array ? array->rows() : 1U, columns = array ? array->columns() : 1U;
@@ -105,7 +127,7 @@ void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) 
         const AcGeVector3d up = place.yAxis().normal() * (array ? array->rowSpacing() : 0);
         for (unsigned row = 0; row < rows; ++row)
             for (unsigned column = 0; column < columns; ++column)
-                context.geometry().block(reference.blockTableRecord(),
+                context.geometry().block(shown.record,
                                          AcGeMatrix3d::translation(along * column + up * row) * place * base);
     }
     drawAttributes(reference, context);

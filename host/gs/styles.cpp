@@ -57,11 +57,16 @@ const Styles::Layer& Styles::layerOf(AcDbObjectId id) {
             layer.off = record->isOff();
             layer.frozen =
                 record->isFrozen() || std::find(frozenHere_.begin(), frozenHere_.end(), id) != frozenHere_.end();
+            layer.zero = record->name() == "0";
             layer.color = record->color();
             layer.linetype = record->linetypeObjectId();
             layer.weight = static_cast<AcDb::LineWeight>(record->lineWeight());
         }
     return place->second;
+}
+
+bool Styles::isZero(AcDbObjectId layer) {
+    return layer == layerZero_ || (!layer.isNull() && layer.database() != &database_ && layerOf(layer).zero);
 }
 
 const LinePattern* Styles::patternOf(AcDbObjectId linetype) {
@@ -81,7 +86,7 @@ Style Styles::resolve(const Look& look, const Surroundings& around) {
     Style style;
     Surroundings& inner = style.inner;
     inner.nested = true;
-    inner.layer = around.nested && look.layer == layerZero_ ? around.layer : look.layer;
+    inner.layer = around.nested && isZero(look.layer) ? around.layer : look.layer;
     const Layer& layer = layerOf(inner.layer);
     style.frozen = layer.frozen;
     style.visible = !layer.off && !layer.frozen;
@@ -99,10 +104,12 @@ Style Styles::resolve(const Look& look, const Surroundings& around) {
     default:
         inner.color = colorOfIndex(layer.color, background_);
     }
-    if (look.linetype == database_.byLayerLinetypeId())
+    // What stands in an external reference has the linetypes of its own drawing.
+    const AcDbDatabase& own = look.linetype.isNull() ? database_ : *look.linetype.database();
+    if (look.linetype == own.byLayerLinetypeId())
         inner.linetype = layer.linetype;
     else
-        inner.linetype = look.linetype == database_.byBlockLinetypeId() ? around.linetype : look.linetype;
+        inner.linetype = look.linetype == own.byBlockLinetypeId() ? around.linetype : look.linetype;
     if (look.weight == AcDb::kLnWtByLayer)
         inner.weight = layer.weight;
     else

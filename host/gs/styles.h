@@ -49,11 +49,14 @@ public:
 private:
     struct Layer {
         bool off = false, frozen = false;
+        bool zero = false; // layer "0", of whichever drawing
         short color = 7;
         AcDbObjectId linetype;
         AcDb::LineWeight weight = AcDb::kLnWtByLwDefault;
     };
     const Layer& layerOf(AcDbObjectId id);
+    /// Layer "0" of the drawing, or of one that it refers to.
+    bool isZero(AcDbObjectId layer);
     const LinePattern* patternOf(AcDbObjectId linetype);
     int widthOf(AcDb::LineWeight weight) const;
 

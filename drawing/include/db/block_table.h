@@ -4,6 +4,8 @@
 #include "db/entity.h"
 #include "db/symbol_table.h"
 
+#include <memory>
+
 class AcDbBlockTableRecordIterator;
 
 /// A block definition or a space. Entities are kept in the order in which they came.
@@ -19,6 +21,18 @@ public:
     bool isFromExternalReference() const { return data_.isXref; }
     bool isFromOverlayReference() const { return data_.xrefOverlaid; }
     const std::string& pathName() const { return data_.xrefPath; }
+    Acad::ErrorStatus setPathName(const char* path);
+    /// What an external reference shows: the drawing that was read for it; null while none has been. It is no part of
+    /// the record's data.
+    AcDbDatabase* xrefDatabase() const { return content_.xref.get(); }
+    void setXrefDatabase(std::shared_ptr<AcDbDatabase> shown) const { content_.xref = std::move(shown); }
+    /// What a reference to this block shows: its own entities or, of an external reference, the model space of the
+    /// drawing that was read; and the base point there.
+    struct Shown {
+        AcDbObjectId record;
+        AcGePoint3d base;
+    };
+    Shown shown() const;
     const std::string& comments() const { return data_.description; }
     Acad::ErrorStatus setComments(const char* text);
     /// The picture that lists of blocks show: a device-independent bitmap without file header, its bytes as they stand
@@ -100,6 +114,7 @@ private:
         std::vector<AcDbObjectId> references;
         std::vector<AcDbObjectId> erasedWithRecord;
         AcDbObjectId first, last;
+        std::shared_ptr<AcDbDatabase> xref;
         bool loaded = true;
         bool broken = false;
         bool hasDefinitions = false;
