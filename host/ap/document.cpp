@@ -2,6 +2,7 @@
 
 #include "ads/external_functions.h"
 #include "ads/lisp_link.h"
+#include "ap/xrefs.h"
 #include "dwg/drawing_reader.h"
 #include "ed/host.h"
 #include "lisp/interpreter.h"
@@ -277,6 +278,7 @@ Acad::ErrorStatus AcApDocManager::readAndLock(AcApDocument& document, const std:
     const auto mark = markOf(path);
     if (const Acad::ErrorStatus status = database.readDwgFile(path.c_str(), kShareWithAll); status != Acad::eOk)
         return fail(status, fileErrorOf(database));
+    vndk::host::loadXrefs(host_, database, document.fileName_);
     lockFile(document);
     if (document.isReadOnly() && !host_.confirm(document.fileName_ + " can't be opened for writing:\n\n" + lastError_ +
                                                 "\n\nOpen it for reading only?"))

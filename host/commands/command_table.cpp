@@ -52,6 +52,8 @@ constexpr BuiltInCommand kCommands[] = {
     {"UNDO", ACRX_CMD_MODAL, undoCommand, kNoGroup},
     {"WBLOCK", ACRX_CMD_MODAL, wblockCommand},
     {"-WBLOCK", ACRX_CMD_MODAL, wblockCommand},
+    {"XREF", ACRX_CMD_MODAL, xrefCommand},
+    {"-XREF", ACRX_CMD_MODAL, xrefCommand},
 };
 
 } // namespace

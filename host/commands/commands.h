@@ -53,5 +53,6 @@ CommandResult qsaveCommand(CommandContext& ctx);
 CommandResult quitCommand(CommandContext& ctx);
 CommandResult saveasCommand(CommandContext& ctx);
 CommandResult wblockCommand(CommandContext& ctx);
+CommandResult xrefCommand(CommandContext& ctx);
 
 } // namespace vndk::host

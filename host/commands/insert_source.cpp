@@ -1,5 +1,6 @@
 #include "commands/insert_source.h"
 
+#include "ap/xrefs.h"
 #include "commands/block_tools.h"
 #include "commands/drawing_files.h"
 #include "commands/file_questions.h"
@@ -186,6 +187,8 @@ bool defineBlock(CommandContext& ctx, InsertSource& source) {
     if (status == Acad::eOk) {
         if (redefines)
             ctx.print("\nBlock \"" + source.name + "\" redefined.");
+        // What came along from the file may refer to other drawings.
+        loadXrefs(ctx.host(), ctx.database(), ctx.document().hasFile() ? ctx.document().fileName() : "");
         return true;
     }
     if (status == Acad::eDwgNeedsRecovery) {

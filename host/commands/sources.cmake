@@ -43,4 +43,5 @@ set(COMMAND_SOURCES
   commands/wblock_command.cpp
   commands/wildcard.cpp
   commands/written_files.cpp
+  commands/xref_command.cpp
 )
