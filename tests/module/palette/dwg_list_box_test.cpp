@@ -422,4 +422,22 @@ TEST_F(DwgListBoxTest, LivesWithAFolderThatHoldsEverything) {
     EXPECT_TRUE(list.m_listEntries.IsEmpty());
 }
 
+TEST_F(DwgListBoxTest, ListsAndPaintsDamagedFiles) {
+    std::mt19937 random(20261123);
+    const int count = damagedFileCount(300);
+    for (int i = 0; i < count; ++i)
+        folder.write("t/" + std::to_string(i) + ".dwg", damagedThumbnailFile(random));
+    list.FillList("T:\\");
+    ASSERT_EQ(list.GetCount(), count);
+    int painted = 0;
+    for (int top = 0; top < count; top += 2) {
+        list.SetTopIndex(top);
+        settle();
+    }
+    for (POSITION at = list.m_listEntries.GetHeadPosition(); at;)
+        painted += static_cast<CDwgThumbnail*>(list.m_listEntries.GetNext(at))->bitmap != nullptr;
+    EXPECT_GT(painted, count / 5);
+    EXPECT_LT(painted, count);
+}
+
 } // namespace

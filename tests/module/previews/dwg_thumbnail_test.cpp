@@ -221,38 +221,14 @@ TEST_F(DwgThumbnailTest, EqualsThePicturesBesideRealDrawings) {
     EXPECT_GT(compared, 30);
 }
 
-/// How often a file gets damage at random; VONDRAKE_MUTATIONS asks for more.
-int mutationCount() {
-    const char* wanted = std::getenv("VONDRAKE_MUTATIONS");
-    return wanted ? std::atoi(wanted) : 1500;
-}
-
 TEST_F(DwgThumbnailTest, LivesThroughDamageOfAnyKind) {
-    const std::string rle = pictureHeader({.width = 20, .height = 9, .compression = BI_RLE8, .imageSize = 60}) +
-                            std::string(1024, '\x44') + std::string(60, '\x03');
-    const std::string masks = pictureHeader({.width = 3, .height = 3, .bits = 16, .compression = BI_BITFIELDS}) +
-                              little(0xF800, 4) + little(0x7E0, 4) + little(0x1F, 4) + std::string(24, '\x31');
-    const std::string seeds[] = {
-        thumbnailFile({{1, "head"}, {2, plainPicture(30, 20, {1, 2, 3})}}),
-        thumbnailFile({{2, rle}, {2, masks}}),
-        thumbnailFile({{2, pictureHeader({.width = 7, .height = -5, .bits = 4}) + std::string(64 + 20, '\x12')}}),
-    };
     constexpr unsigned seed = 20261123;
     std::mt19937 random(seed);
     int pictures = 0;
-    const int count = mutationCount();
+    const int count = damagedFileCount(1500);
     for (int round = 0; round < count; ++round) {
         SCOPED_TRACE("seed " + std::to_string(seed) + ", round " + std::to_string(round));
-        std::string file = seeds[round % 3];
-        for (unsigned changes = 1 + random() % 4; changes > 0; --changes) {
-            // Mostly where the numbers stand.
-            const std::size_t at =
-                random() % (random() % 3 == 0 ? file.size() : std::min<std::size_t>(file.size(), 130));
-            file[at] = random() % 2 ? static_cast<char>(random()) : static_cast<char>(file[at] ^ 1 << random() % 8);
-        }
-        if (random() % 8 == 0)
-            file.resize(random() % file.size());
-        folder.write("a.dwg", file);
+        folder.write("a.dwg", damagedThumbnailFile(random));
         CDwgThumbnail thumbnail(&strFolder, "a.dwg");
         paint(thumbnail);
         pictures += thumbnail.bitmap != nullptr;

@@ -1,8 +1,11 @@
 #pragma once
 // Drawings' files as the reader of thumbnails sees them: a head, a preview, a picture.
 
+#include <algorithm>
 #include <cstdint>
+#include <cstdlib>
 #include <initializer_list>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -59,4 +62,33 @@ inline std::string thumbnailFile(const std::vector<PreviewRecord>& records, int 
     for (const PreviewRecord& record : records)
         file += record.data;
     return file + std::string(30, '\xEE');
+}
+
+/// How many damaged files a test makes; VONDRAKE_MUTATIONS asks for more.
+inline int damagedFileCount(int usual) {
+    const char* wanted = std::getenv("VONDRAKE_MUTATIONS");
+    return wanted ? std::atoi(wanted) : usual;
+}
+
+/// One of several sound files with some of its bytes changed, mostly where the numbers stand, or cut off.
+inline std::string damagedThumbnailFile(std::mt19937& random) {
+    constexpr std::uint32_t runLengths = 1, bitFields = 3;
+    static const std::string sound[] = {
+        thumbnailFile({{1, "head"}, {2, plainPicture(30, 20, {1, 2, 3})}}),
+        thumbnailFile({{2, pictureHeader({.width = 20, .height = 9, .compression = runLengths, .imageSize = 60}) +
+                               std::string(1024, '\x44') + std::string(60, '\x03')},
+                       {2, pictureHeader({.width = 3, .height = 3, .bits = 16, .compression = bitFields}) +
+                               little(0xF800, 4) + little(0x7E0, 4) + little(0x1F, 4) + std::string(24, '\x31')}}),
+        thumbnailFile({{2, pictureHeader({.width = 7, .height = -5, .bits = 4}) + std::string(64 + 20, '\x12')}}),
+    };
+    constexpr std::size_t numbers = 130;
+    std::string file = sound[random() % 3];
+    for (unsigned changes = 1 + random() % 4; changes > 0; --changes) {
+        const std::size_t reach = random() % 3 == 0 ? file.size() : std::min(file.size(), numbers);
+        const std::size_t at = random() % reach;
+        file[at] = random() % 2 ? static_cast<char>(random()) : static_cast<char>(file[at] ^ 1 << random() % 8);
+    }
+    if (random() % 8 == 0)
+        file.resize(random() % file.size());
+    return file;
 }
