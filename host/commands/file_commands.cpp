@@ -57,7 +57,7 @@ bool askName(CommandContext& ctx, const std::string& prompt, const FileQuestion&
     return chosen.has_value();
 }
 
-/// Saves under another name and goes on with that. `mayReplace` is true when the user has agreed already.
+/// Saves under another name and goes on with that. `agreed`: the user has said already that a file there may go.
 CommandResult saveUnder(CommandContext& ctx, const std::string& name, bool agreed) {
     const auto file = drawingFile(name);
     if (!file)
