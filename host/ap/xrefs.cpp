@@ -158,7 +158,7 @@ std::string attachXref(Host& host, AcDbDatabase& database, const std::string& pa
         if (!known || factsOf(standing).path.empty() || spelling(*known) != spelling(*file))
             return "There is a block \"" + name + "\" already. Give the drawing another name and attach it again.";
         block = standing;
-        return {};
+        return isLoaded(block) ? std::string() : loadXref(host, block, holder);
     }
     if (const Acad::ErrorStatus status = acdbMakeXref(block, database, name.c_str(), dosName.c_str(), overlay);
         status != Acad::eOk)

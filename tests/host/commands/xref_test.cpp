@@ -135,6 +135,7 @@ TEST_F(XrefTest, FindsMovedDrawingsAndTellsOfMissingOnes) {
     const AcGePoint3d at(10, 20, 0);
     ASSERT_EQ(acedXrefAttach("T:\\parts\\door.dwg", "door", nullptr, nullptr, &at, nullptr, nullptr, false), Acad::eOk);
     run("SAVEAS 2000 T:\\plan.dwg\nCLOSE\n");
+    std::filesystem::copy_file(folder / "parts/door.dwg", folder / "kept");
     // Beside the drawing that refers to it.
     std::filesystem::rename(folder / "parts/door.dwg", folder / "door.dwg");
     run("OPEN T:\\plan.dwg\n");
@@ -155,6 +156,14 @@ TEST_F(XrefTest, FindsMovedDrawingsAndTellsOfMissingOnes) {
     EXPECT_EQ(references(), 1U);
     run("-XREF\n?\n\n?\ndoor\n\x1b\n");
     EXPECT_NE(output.find("\"door\"  T:\\parts\\door.dwg  Attach  not found"), std::string::npos) << output;
+    // It is back: who attaches it once more gets both references.
+    std::filesystem::rename(folder / "kept", folder / "parts/door.dwg");
+    const AcGePoint3d above(10, 40, 0);
+    ASSERT_EQ(acedXrefAttach("T:\\parts\\door.dwg", "door", nullptr, nullptr, &above, nullptr, nullptr, false),
+              Acad::eOk);
+    EXPECT_EQ(pixel(15, 20), kRed);
+    EXPECT_EQ(pixel(15, 40), kRed);
+    std::filesystem::remove(folder / "parts/door.dwg");
     run("CIRCLE 0,0 1\nQSAVE\n");
     makeDrawing("other.dwg", kRedLine);
     run("CLOSE\nOPEN T:\\plan.dwg\n-XREF\nPath\ndoor\nT:\\other.dwg\n");
