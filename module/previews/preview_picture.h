@@ -6,8 +6,9 @@
 #include <optional>
 #include <span>
 
-/// Thumbnails have some 200 x 150 pixels. What is larger than this was made to do harm, and isn't read.
-constexpr DWORD kMostPreviewBytes = 64 << 20;
+/// Thumbnails have some 200 x 150 pixels, seldom as many as 700 x 500. What is larger than this was made to do harm,
+/// and isn't read.
+constexpr DWORD kMostPreviewBytes = 16 << 20;
 
 /// Where the rows of the picture begin, from the start of its data. Nothing when table or rows don't fit into the
 /// data, and for a picture of a size or kind that no drawing is saved with.
