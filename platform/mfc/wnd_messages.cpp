@@ -194,6 +194,7 @@ BOOL CWnd::ReflectChildNotify(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
     if (message == WM_NOTIFY) {
         call.nCode = static_cast<int>(notify.pNMHDR->code);
         call.pExtra = &notify;
+        call.pResult = nullptr; // the handler writes its answer itself
     }
     const AFX_MSGMAP_ENTRY* entry = FindMessageEntry(call.nMessage, static_cast<UINT>(call.nCode), 0);
     if (entry == nullptr)
