@@ -46,7 +46,7 @@ std::string scientificText(double number, int precision) {
 }
 
 /// "17 1/2": whole and reduced fraction of a length counted in 1/2^precision.
-std::string fractionText(std::int64_t count, int precision) {
+std::string fractionText(std::int64_t count, int precision, UnitForm form) {
     std::int64_t denominator = std::int64_t{1} << precision;
     const std::int64_t whole = count / denominator;
     std::int64_t rest = count % denominator;
@@ -55,38 +55,41 @@ std::string fractionText(std::int64_t count, int precision) {
     for (; rest % 2 == 0; rest /= 2)
         denominator /= 2;
     const std::string fraction = std::to_string(rest) + "/" + std::to_string(denominator);
-    return whole == 0 ? fraction : std::to_string(whole) + " " + fraction;
+    return whole == 0 ? fraction : std::to_string(whole) + (form == UnitForm::Read ? " " : "-") + fraction;
 }
 
 /// Puts feet and inches together; `zeroes & 3`: 0 hides both zeros, 1 shows both, 2 shows zero feet, 3 zero inches.
-std::string feetText(std::int64_t feet, const std::string& inches, bool inchesAreZero, int zeroes) {
+std::string feetText(std::int64_t feet, const std::string& inches, bool inchesAreZero, int zeroes, UnitForm form) {
     const int rule = zeroes & 3;
     const bool showFeet = feet != 0 || rule == 1 || rule == 2;
     const bool showInches = !inchesAreZero || rule == 1 || rule == 3 || !showFeet;
     std::string text;
     if (showFeet)
         text = std::to_string(feet) + "'";
-    if (showFeet && showInches)
+    if (showFeet && showInches && form == UnitForm::Read)
         text += "-";
+    // A fraction doesn't follow feet alone.
+    if (showFeet && inches.find('/') != inches.npos && inches.find_first_of(" -") == inches.npos)
+        text += form == UnitForm::Read ? "0 " : "0-";
     if (showInches)
         text += inches + "\"";
     return text;
 }
 
-std::string engineeringText(double length, int precision, int zeroes) {
+std::string engineeringText(double length, int precision, int zeroes, UnitForm form) {
     const double scale = std::pow(10.0, precision);
     // Rounding before the split keeps 11.99999 from becoming 12 inches.
     const double rounded = std::round(length * scale) / scale;
     const auto feet = static_cast<std::int64_t>(rounded / 12);
     const double inches = rounded - static_cast<double>(feet) * 12;
-    return feetText(feet, fixedText(inches, precision, zeroes), inches == 0, zeroes);
+    return feetText(feet, fixedText(inches, precision, zeroes), inches == 0, zeroes, form);
 }
 
-std::string architecturalText(double length, int precision, int zeroes) {
+std::string architecturalText(double length, int precision, int zeroes, UnitForm form) {
     const std::int64_t perInch = std::int64_t{1} << precision;
     const auto count = static_cast<std::int64_t>(std::llround(length * static_cast<double>(perInch)));
     const std::int64_t rest = count % (12 * perInch);
-    return feetText(count / (12 * perInch), fractionText(rest, precision), rest == 0, zeroes);
+    return feetText(count / (12 * perInch), fractionText(rest, precision, form), rest == 0, zeroes, form);
 }
 
 /// "45d30'15\"" with as many parts as the precision asks for.
@@ -107,7 +110,7 @@ std::string sexagesimalText(double degrees, int precision) {
     return text;
 }
 
-std::string bearingText(double angle, int precision) {
+std::string bearingText(double angle, int precision, UnitForm form) {
     const double degrees = angle * 180 / pi;
     const bool north = degrees <= 180;
     const bool east = degrees <= 90 || degrees >= 270;
@@ -117,7 +120,26 @@ std::string bearingText(double angle, int precision) {
         return north ? "N" : "S";
     if (text == sexagesimalText(90, precision))
         return east ? "E" : "W";
-    return std::string(north ? "N " : "S ") + text + (east ? " E" : " W");
+    const std::string blank = form == UnitForm::Read ? " " : "";
+    return (north ? "N" : "S") + blank + text + blank + (east ? "E" : "W");
+}
+
+/// `angle`: 0 to a whole turn.
+std::optional<std::string> turnText(double angle, int mode, int precision, UnitForm form) {
+    switch (mode) {
+    case 0:
+        return fixedText(angle * 180 / pi, precision);
+    case 1:
+        return sexagesimalText(angle * 180 / pi, precision);
+    case 2:
+        return fixedText(angle * 200 / pi, precision) + "g";
+    case 3:
+        return fixedText(angle, precision) + "r";
+    case 4:
+        return bearingText(angle, precision, form);
+    default:
+        return std::nullopt;
+    }
 }
 
 /// A small cursor over text for the parsers below.
@@ -173,11 +195,13 @@ std::optional<double> mixedNumber(Scanner& scanner, double whole) {
     scanner.skipBlanks();
     if (wasFraction)
         return value;
-    scanner.take('-');
+    const bool goesOn = scanner.take('-');
     if (auto numerator = scanner.number()) {
         if (scanner.peek() != '/' || !takeDenominator(scanner, *numerator))
             return std::nullopt;
         value += *numerator;
+    } else if (goesOn) {
+        return std::nullopt;
     }
     return value;
 }
@@ -227,7 +251,7 @@ std::optional<double> takeBearing(Scanner& scanner) {
 
 } // namespace
 
-std::optional<std::string> lengthText(double length, int mode, int precision, int zeroes) {
+std::optional<std::string> lengthText(double length, int mode, int precision, int zeroes, UnitForm form) {
     precision = std::clamp(precision, 0, 8);
     const double size = std::fabs(length);
     if (!(size < largestSplit) && mode >= 3 && mode <= 5)
@@ -239,13 +263,13 @@ std::optional<std::string> lengthText(double length, int mode, int precision, in
     case 2:
         return fixedText(length, precision, zeroes);
     case 3:
-        text = engineeringText(size, precision, zeroes);
+        text = engineeringText(size, precision, zeroes, form);
         break;
     case 4:
-        text = architecturalText(size, precision, zeroes);
+        text = architecturalText(size, precision, zeroes, form);
         break;
     case 5:
-        text = fractionText(std::llround(size * static_cast<double>(1 << precision)), precision);
+        text = fractionText(std::llround(size * static_cast<double>(1 << precision)), precision, form);
         break;
     default:
         return std::nullopt;
@@ -254,25 +278,15 @@ std::optional<std::string> lengthText(double length, int mode, int precision, in
     return length < 0 && !zero ? "-" + text : text;
 }
 
-std::optional<std::string> angleText(double angle, int mode, int precision) {
+std::optional<std::string> angleText(double angle, int mode, int precision, UnitForm form) {
     precision = std::clamp(precision, 0, 8);
     angle = std::fmod(angle, fullTurn);
     if (!(angle >= 0))
         angle = std::isnan(angle) ? 0 : angle + fullTurn;
-    switch (mode) {
-    case 0:
-        return fixedText(angle * 180 / pi, precision);
-    case 1:
-        return sexagesimalText(angle * 180 / pi, precision);
-    case 2:
-        return fixedText(angle * 200 / pi, precision) + "g";
-    case 3:
-        return fixedText(angle, precision) + "r";
-    case 4:
-        return bearingText(angle, precision);
-    default:
-        return std::nullopt;
-    }
+    const auto text = turnText(angle, mode, precision, form);
+    // No number of radians is a whole turn.
+    const bool whole = mode != 3 && angle > pi && text == turnText(fullTurn, mode, precision, form);
+    return whole ? turnText(0, mode, precision, form) : text;
 }
 
 std::optional<double> lengthFromText(std::string_view text) {
@@ -287,15 +301,18 @@ std::optional<double> lengthFromText(std::string_view text) {
     if (scanner.take('\'')) {
         feet = *first * 12;
         scanner.skipBlanks();
-        scanner.take('-');
+        const bool goesOn = scanner.take('-');
         first = scanner.number();
+        if (goesOn && !first)
+            return std::nullopt;
     }
     const auto inches = first ? mixedNumber(scanner, *first) : std::optional<double>(0.0);
     scanner.take('"');
     scanner.skipBlanks();
-    if (!inches || !scanner.atEnd())
+    const double length = feet + inches.value_or(0);
+    if (!inches || !scanner.atEnd() || !std::isfinite(length))
         return std::nullopt;
-    return negative ? -(feet + *inches) : feet + *inches;
+    return negative ? -length : length;
 }
 
 std::optional<double> angleFromText(std::string_view text, int mode) {

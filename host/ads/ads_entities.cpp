@@ -40,6 +40,10 @@ int setting(int given, const char* variable) {
     return given != -1 ? given : Host::current() ? Host::current()->variables().getShort(variable) : 0;
 }
 
+vndk::ge::UnitForm unitForm() {
+    return setting(-1, "UNITMODE") == 0 ? vndk::ge::UnitForm::Read : vndk::ge::UnitForm::Typed;
+}
+
 int giveText(const std::optional<std::string>& text, char* result) {
     if (!text || !result)
         return RTERROR;
@@ -65,14 +69,16 @@ int acdbRToS(ads_real value, int unit, int precision, char* text) {
     // Numbers beyond this have more digits than the callers' buffers.
     if (!std::isfinite(value) || std::abs(value) >= 1e99)
         return RTERROR;
-    const int zeroes = Host::current() ? Host::current()->variables().getShort("DIMZIN") : 0;
-    return giveText(vndk::ge::lengthText(value, setting(unit, "LUNITS"), setting(precision, "LUPREC"), zeroes), text);
+    return giveText(vndk::ge::lengthText(value, setting(unit, "LUNITS"), setting(precision, "LUPREC"),
+                                         setting(-1, "DIMZIN"), unitForm()),
+                    text);
 }
 
 int acdbAngToS(ads_real radians, int unit, int precision, char* text) {
     if (!std::isfinite(radians))
         return RTERROR;
-    return giveText(vndk::ge::angleText(radians, setting(unit, "AUNITS"), setting(precision, "AUPREC")), text);
+    return giveText(vndk::ge::angleText(radians, setting(unit, "AUNITS"), setting(precision, "AUPREC"), unitForm()),
+                    text);
 }
 
 int acdbDisToF(const char* text, int /*unit*/, ads_real* value) {

@@ -15,6 +15,10 @@ int setting(Evaluator& evaluator, Arguments args, std::size_t index, const char*
     return value && value.value().isInt() ? value.value().integer() : otherwise;
 }
 
+ge::UnitForm unitForm(Evaluator& evaluator) {
+    return setting(evaluator, {}, 0, "UNITMODE", 0) == 0 ? ge::UnitForm::Read : ge::UnitForm::Typed;
+}
+
 Value textOrThrow(const std::optional<std::string>& text, Arguments args) {
     if (!text)
         throwBadArgument("fixnump:", args.size() > 1 ? args[1] : Value());
@@ -25,13 +29,15 @@ Value rtos(Evaluator& evaluator, Arguments args) {
     const double length = asNumber(args[0]);
     const int mode = setting(evaluator, args, 1, "LUNITS", 2);
     const int precision = setting(evaluator, args, 2, "LUPREC", 4);
-    return textOrThrow(ge::lengthText(length, mode, precision, setting(evaluator, {}, 0, "DIMZIN", 0)), args);
+    const int zeroes = setting(evaluator, {}, 0, "DIMZIN", 0);
+    return textOrThrow(ge::lengthText(length, mode, precision, zeroes, unitForm(evaluator)), args);
 }
 
 Value angtos(Evaluator& evaluator, Arguments args) {
     const double angle = asNumber(args[0]);
     const int mode = setting(evaluator, args, 1, "AUNITS", 0);
-    return textOrThrow(ge::angleText(angle, mode, setting(evaluator, args, 2, "AUPREC", 0)), args);
+    const int precision = setting(evaluator, args, 2, "AUPREC", 0);
+    return textOrThrow(ge::angleText(angle, mode, precision, unitForm(evaluator)), args);
 }
 
 Value realOrNil(const std::optional<double>& number) { return number ? Value::real(*number) : Value(); }

@@ -105,7 +105,9 @@ int acdbEntDel(const ads_name entity);
 
 // Conversions between numbers and text. `unit`: linear 1 scientific, 2 decimal, 3 engineering, 4 architectural,
 // 5 fractional; angular 0 degrees, 1 degrees/minutes/seconds, 2 grads, 3 radians, 4 surveyor's; -1 takes LUNITS or
-// AUNITS. `precision` -1 takes LUPREC or AUPREC. Buffers take the text whole: 128 characters are enough.
+// AUNITS. `precision` -1 takes LUPREC or AUPREC. DIMZIN tells which zeros lengths show, UNITMODE 1 leaves blanks out.
+// Buffers take the text whole: 128 characters are enough. Text is read in every unit's form; `unit` is that of a bare
+// angle. RTERROR: no such unit, or the text is none; `value` is left alone.
 int acdbRToS(ads_real value, int unit, int precision, char* text);
 int acdbAngToS(ads_real radians, int unit, int precision, char* text);
 int acdbDisToF(const char* text, int unit, ads_real* value);
