@@ -1,13 +1,20 @@
-# The host's windows. Paths are relative to host.
+# The host's windows, and the dialogs and controls that it lends to modules. Paths are relative to host.
 set(UI_SOURCES
+  ui/acui_combo_box.cpp
   ui/canvas.cpp
+  ui/color_combo_box.cpp
+  ui/color_dialog.cpp
+  ui/color_grid.cpp
+  ui/color_names.cpp
   ui/command_edit.cpp
   ui/command_window.cpp
   ui/document_tabs.cpp
   ui/edge_strip.cpp
+  ui/line_weight_combo_box.cpp
   ui/main_frame.cpp
   ui/main_frame_commands.cpp
   ui/menu_commands.cpp
+  ui/recent_colors.cpp
   ui/sash.cpp
   ui/status_line.cpp
   ui/text_window.cpp
