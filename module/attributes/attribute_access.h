@@ -1,15 +1,23 @@
-// What the attribute dialogs do with the drawing: checked opening, the walk over a block's definitions and over a plain
-// reference's attributes, the lock around a commit.
+// What the attribute dialogs do with the drawing: the pick, checked opening, the walk over a block's definitions and
+// over a plain reference's attributes, the lock around a commit.
 #pragma once
 
 #include "ap/document.h"
 #include "db/block_reference.h"
 #include "db/block_table.h"
 #include "db/text.h"
+#include "mfc/string.h"
 #include "objects/attribute_definition.h"
 #include "rx/registry.h"
 
 #include <memory>
+
+/// Takes over a text that the host gave.
+CString TakeText(char* pszText);
+
+/// Asks until something is picked. The reference, open for read, and its name; null when the user cancels or picks
+/// something else than a reference of exactly one of the two classes, which he is told.
+AcDbBlockReference* PickBlockReference(ads_name name);
 
 /// The object of an id, derived classes included. Null when it doesn't open or is something else, which is closed.
 template <class T>

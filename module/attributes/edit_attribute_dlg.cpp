@@ -9,15 +9,6 @@
 namespace {
 
 constexpr UINT kHostIcon = 1;
-constexpr int kPromptWidth = 100; // pixels
-constexpr int kColumnMargin = 4;  // what the columns leave free of the list's width
-
-/// Takes over a text that the host gave.
-CString TakeText(char* pszText) {
-    CString strText(pszText);
-    acutDelString(pszText);
-    return strText;
-}
 
 } // namespace
 
@@ -53,27 +44,11 @@ bool CEditAttributeDlg::SelectBlock(VNDKBlockReference* pRef) {
 }
 
 bool CEditAttributeDlg::PickReference() {
-    ads_point point;
-    for (int nResult = RTERROR; nResult != RTNORM;) {
-        nResult = acedEntSel(LoadResString(IDS_SELECT_BLOCK), m_entName, point);
-        if (nResult == RTCAN)
-            return false;
-    }
-    AcDbObjectId id;
-    acdbGetObjectId(id, m_entName);
-    AcDbEntity* pEntity = OpenChecked<AcDbEntity>(id, AcDb::kForRead);
-    if (!pEntity)
-        return false;
-    if (pEntity->isA() == VNDKBlockReference::desc()) {
-        m_pIntelligentRef = static_cast<VNDKBlockReference*>(pEntity);
-    } else if (pEntity->isA() == AcDbBlockReference::desc()) {
-        m_pBlockRef = static_cast<AcDbBlockReference*>(pEntity);
-    } else {
-        acutPrintf("%s", static_cast<LPCSTR>(LoadResString(IDS_NOT_A_BLOCK)));
-        pEntity->close();
-        return false;
-    }
-    return true;
+    AcDbBlockReference* const pReference = PickBlockReference(m_entName);
+    m_pIntelligentRef = VNDKBlockReference::cast(pReference);
+    if (!m_pIntelligentRef)
+        m_pBlockRef = pReference;
+    return pReference != nullptr;
 }
 
 void CEditAttributeDlg::CloseReference() {
@@ -146,12 +121,7 @@ BOOL CEditAttributeDlg::OnInitDialog() {
         ::LoadImageA(::GetModuleHandleA("Acad.exe"), MAKEINTRESOURCE(kHostIcon), IMAGE_ICON, 0, 0, 0));
     SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_hIcon));
 
-    CRect rect;
-    m_list.GetWindowRect(rect);
-    m_list.InsertColumn(0, LoadResString(IDS_COLUMN_DESCRIPTION), LVCFMT_LEFT, kPromptWidth);
-    m_list.InsertColumn(1, LoadResString(IDS_COLUMN_DATA), LVCFMT_LEFT, rect.Width() - kPromptWidth - kColumnMargin);
-    m_list.SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_GRIDLINES, LVS_EX_GRIDLINES);
-    m_list.FitRowsToEdit();
+    m_list.InsertCellColumns(LoadResString(IDS_COLUMN_DESCRIPTION), LoadResString(IDS_COLUMN_DATA));
     for (int nRow = 0; nRow < m_prompts.GetSize(); ++nRow) {
         m_list.InsertItem(nRow, m_prompts[nRow]);
         m_list.SetItemText(nRow, 1, m_values[nRow]);

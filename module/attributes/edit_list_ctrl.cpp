@@ -7,6 +7,8 @@ namespace {
 constexpr UINT kEditId = 110;
 constexpr DWORD kEditStyle = WS_CHILD | WS_CLIPSIBLINGS | ES_AUTOHSCROLL;
 constexpr WPARAM kMostCharacters = 36000;
+constexpr int kPromptWidth = 100;      // pixels
+constexpr int kColumnMargin = 4;       // what the columns leave free of the list's width
 constexpr LONG kInsideFirstColumn = 2; // pixels
 
 // The box leaves the grid lines free and lays its text over the cell's.
@@ -21,9 +23,34 @@ ON_WM_LBUTTONDOWN()
 ON_WM_VSCROLL()
 ON_WM_HSCROLL()
 ON_NOTIFY_REFLECT(LVN_ITEMCHANGED, &CEditListCtrl::OnItemChanged)
+ON_NOTIFY_REFLECT(NM_CUSTOMDRAW, &CEditListCtrl::OnCustomDraw)
 END_MESSAGE_MAP()
 
 CEditListCtrl::~CEditListCtrl() = default;
+
+void CEditListCtrl::InsertCellColumns(const CString& strPrompts, const CString& strValues) {
+    CRect rect;
+    GetWindowRect(rect);
+    InsertColumn(0, strPrompts, LVCFMT_LEFT, kPromptWidth);
+    InsertColumn(1, strValues, LVCFMT_LEFT, rect.Width() - kPromptWidth - kColumnMargin);
+    SendMessage(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_GRIDLINES, LVS_EX_GRIDLINES);
+    FitRowsToEdit();
+}
+
+void CEditListCtrl::LockRow(int nRow) {
+    SetItemState(nRow, LVIS_CUT, LVIS_CUT);
+    SendMessage(LVM_REDRAWITEMS, static_cast<WPARAM>(nRow), nRow); // the list itself greys no texts for that state
+}
+
+int CEditListCtrl::NextRow(int nRow, int nStep) const {
+    const int nCount = GetItemCount();
+    for (int nTried = 0; nTried < nCount; ++nTried) {
+        nRow = (nRow + nStep + nCount) % nCount;
+        if (!IsRowLocked(nRow))
+            return nRow;
+    }
+    return -1;
+}
 
 void CEditListCtrl::FitRowsToEdit() {
     CImageList rowHeight;
@@ -48,6 +75,8 @@ void CEditListCtrl::EditCell(int nRow, int nCol) {
         m_edit.SetWindowText(strText);
     if (m_ownerDlg)
         m_ownerDlg->ShowRow(nRow);
+    if (IsRowLocked(nRow))
+        return;
     EnsureVisible(nRow, FALSE);
     CRect rect;
     GetSubItemRect(nRow, nCol, LVIR_LABEL, rect);
@@ -135,4 +164,13 @@ void CEditListCtrl::OnHScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar) {
 void CEditListCtrl::OnItemChanged(NMHDR* /*pNMHDR*/, LRESULT* pResult) {
     EnableApply();
     *pResult = 0;
+}
+
+void CEditListCtrl::OnCustomDraw(NMHDR* pNMHDR, LRESULT* pResult) {
+    auto* const pDraw = reinterpret_cast<LPNMLVCUSTOMDRAW>(pNMHDR);
+    *pResult = CDRF_DODEFAULT;
+    if (pDraw->nmcd.dwDrawStage == CDDS_PREPAINT)
+        *pResult = CDRF_NOTIFYITEMDRAW;
+    else if (pDraw->nmcd.dwDrawStage == CDDS_ITEMPREPAINT && IsRowLocked(static_cast<int>(pDraw->nmcd.dwItemSpec)))
+        pDraw->clrText = ::GetSysColor(COLOR_GRAYTEXT);
 }

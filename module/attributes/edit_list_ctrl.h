@@ -17,6 +17,13 @@ public:
 
     /// Makes rows as high as small icons, so that the box, which is lower than its row, shows whole letters.
     void FitRowsToEdit();
+    /// Two columns over the list's width, with grid lines and rows that fit the box.
+    void InsertCellColumns(const CString& strPrompts, const CString& strValues);
+    /// A row without a cell to edit: it is greyed, and the box never opens on it.
+    void LockRow(int nRow);
+    [[nodiscard]] bool IsRowLocked(int nRow) const { return GetItemState(nRow, LVIS_CUT) != 0; }
+    /// The row `nStep` (1 or -1) further on that isn't locked, around the ends. -1 when all are.
+    [[nodiscard]] int NextRow(int nRow, int nStep) const;
 
     /// Opens the box on a cell and brings its row into view. Only cells of column 1 have a box; elsewhere, and with
     /// -1 for none, it is hidden.
@@ -34,6 +41,7 @@ protected:
     void OnVScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
     void OnHScroll(UINT nSBCode, UINT nPos, CWnd* pScrollBar);
     void OnItemChanged(NMHDR* pNMHDR, LRESULT* pResult);
+    void OnCustomDraw(NMHDR* pNMHDR, LRESULT* pResult);
 
     DECLARE_MESSAGE_MAP()
 

@@ -14,7 +14,7 @@ CEditListCtrl& CInPlaceEdit::List() const { return *static_cast<CEditListCtrl*>(
 BOOL CInPlaceEdit::PreTranslateMessage(MSG* pMsg) {
     if (pMsg->message == WM_KEYDOWN && pMsg->hwnd == m_hWnd) {
         const CEditListCtrl& list = List();
-        if (pMsg->wParam == VK_RETURN && list.m_editRow != list.GetItemCount() - 1)
+        if (pMsg->wParam == VK_RETURN && list.NextRow(list.m_editRow, 1) > list.m_editRow)
             pMsg->wParam = VK_DOWN;
         if (pMsg->wParam == VK_DOWN)
             MoveBy(1);
@@ -24,14 +24,11 @@ BOOL CInPlaceEdit::PreTranslateMessage(MSG* pMsg) {
     return CEdit::PreTranslateMessage(pMsg);
 }
 
-void CInPlaceEdit::MoveBy(int nRows) {
+void CInPlaceEdit::MoveBy(int nStep) {
     CEditListCtrl& list = List();
-    const int nLast = list.GetItemCount() - 1;
-    int nRow = list.m_editRow + nRows;
-    if (nRow > nLast)
-        nRow = 0;
-    else if (nRow < 0)
-        nRow = nLast;
+    const int nRow = list.NextRow(list.m_editRow, nStep);
+    if (nRow == -1)
+        return;
     list.EditCell(nRow, 1);
     // The key goes on to the box, which moves its caret by it and would leave the new cell's text unselected.
     PostMessage(EM_SETSEL, 0, -1);

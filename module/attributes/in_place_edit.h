@@ -24,6 +24,6 @@ protected:
 
 private:
     [[nodiscard]] CEditListCtrl& List() const;
-    /// One row down or up, around the ends.
-    void MoveBy(int nRows);
+    /// To the next row down (1) or up (-1) that can be edited, around the ends.
+    void MoveBy(int nStep);
 };

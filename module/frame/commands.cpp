@@ -2,6 +2,7 @@
 
 #include "ads/ads.h"
 #include "attributes/edit_attribute_dlg.h"
+#include "attributes/enhanced_attribute_dlg.h"
 #include "controls/getting_started_dlg.h"
 #include "ed/command_stack.h"
 #include "frame/module.h"
@@ -24,10 +25,13 @@ struct CommandRow {
 };
 
 const CommandRow g_commandTable[] = {
-    {"BLOCKS", kPalette, TellNoPalette},           {"DDATTE2", kDialog, EditAttributes},
-    {"DDATTE", kDialog, EditAttributes},           {"EATTEDIT", kEditor, TellNoAttributeEditor},
-    {"-EATTEDIT", kEditor, TellNoAttributeEditor}, {"_EATTEDIT", kEditor, TellNoAttributeEditor},
-    {"EA", kEditor, TellNoAttributeEditor},
+    {"BLOCKS", kPalette, TellNoPalette},
+    {"DDATTE2", kDialog, EditAttributes},
+    {"DDATTE", kDialog, EditAttributes},
+    {"EATTEDIT", kEditor, EditAttributesEnhanced},
+    {"-EATTEDIT", kEditor, EditAttributesEnhanced},
+    {"_EATTEDIT", kEditor, EditAttributesEnhanced},
+    {"EA", kEditor, EditAttributesEnhanced},
 };
 
 AcEdCommandStack* CommandStack() { return AcEdCommandStack::cast(acrxSysRegistry()->at("ACAD_REGISTERED_COMMANDS")); }

@@ -11,5 +11,3 @@ void Tell(UINT id) { acutPrintf("%s", static_cast<LPCSTR>(LoadResString(id))); }
 } // namespace
 
 void TellNoPalette() { Tell(IDS_NO_PALETTE_YET); }
-
-void TellNoAttributeEditor() { Tell(IDS_NO_ATTRIBUTE_EDITOR_YET); }

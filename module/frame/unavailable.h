@@ -2,4 +2,3 @@
 #pragma once
 
 void TellNoPalette();
-void TellNoAttributeEditor();

@@ -25,7 +25,6 @@
 
 // What isn't part of the module yet.
 #define IDS_NO_PALETTE_YET 951
-#define IDS_NO_ATTRIBUTE_EDITOR_YET 952
 
 // Dialogs. A page's controls may have the numbers of other dialogs' controls.
 #define IDD_ENHANCED_ATTRIBUTES 262

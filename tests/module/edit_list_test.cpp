@@ -6,10 +6,14 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <set>
 #include <vector>
 
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -398,6 +402,42 @@ TEST_F(EditListTest, TheOwnerHearsWhatItShouldAndNoMore) {
     clickCell(1, 0);
     EXPECT_TRUE(owner.applicable) << "another selection is a change of items";
     EXPECT_THAT(owner.shown, IsEmpty());
+}
+
+TEST_F(EditListTest, LockedRowsAreGreyAndNeverOpen) {
+    make({"a", "b", "c", "d"});
+    list.m_ownerDlg = &owner;
+    list.LockRow(0);
+    list.LockRow(3);
+    settle();
+    const auto inks = [&](int row) {
+        std::set<std::uint32_t> found;
+        CRect rect;
+        list.GetItemRect(row, rect, LVIR_BOUNDS);
+        list.ClientToScreen(rect);
+        for (int y = rect.top; y < rect.bottom; ++y)
+            for (int x = rect.left; x < rect.left + kPromptWidth - 5; ++x)
+                found.insert(pixel(x, y));
+        return found;
+    };
+    EXPECT_THAT(inks(3), AllOf(Contains(rgbOf(::GetSysColor(COLOR_GRAYTEXT))), Not(Contains(0U))));
+    EXPECT_THAT(inks(1), Contains(0U));
+
+    const POINT locked = cell(0, 1);
+    user.click(locked.x, locked.y);
+    deliver();
+    EXPECT_THAT(owner.shown, ElementsAre(0)) << "the owner shows it all the same";
+    EXPECT_FALSE(list.m_edit.GetSafeHwnd() && list.m_edit.IsWindowVisible());
+    const POINT free = cell(1, 1);
+    user.click(free.x, free.y);
+    user.key(VK_DOWN);
+    user.key(VK_DOWN); // around the locked ones
+    user.key(VK_UP);
+    deliver();
+    EXPECT_THAT(owner.shown, ElementsAre(0, 1, 2, 1, 2));
+    user.key(VK_RETURN);
+    deliver();
+    EXPECT_THAT(parent.commands, ElementsAre(IDOK)) << "the last row that opens";
 }
 
 } // namespace

@@ -2,8 +2,10 @@
 #include "module/module_fixture.h"
 #include "win32/loader.h"
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -70,8 +72,19 @@ TEST_F(LoadingTest, TakesThePlaceOfTheHostsAttributeEditorAndLeavesItUndefined) 
     const AcEdCommand* const hostsOwn = host.commands().lookupGlobalCmd("EATTEDIT");
     ASSERT_NE(hostsOwn, nullptr);
     loadModule();
-    for (const char* name : {"EATTEDIT", "-EATTEDIT", "_EATTEDIT", "EA", "eattedit"})
-        EXPECT_THAT(run(name), HasSubstr("The Enhanced Attribute Editor isn't part of this version yet.")) << name;
+    const AcDbObjectId block = addBlock("DESK");
+    append(block, new AcDbAttributeDefinition({}, "1", "A", "A?"));
+    const AcDbObjectId id = append(database().modelSpaceId(), new AcDbBlockReference({}, block));
+    auto* const attribute = new AcDbAttribute({}, "1", "A");
+    { AcDbObjectPointer<AcDbBlockReference>(id, AcDb::kForWrite)->appendAttribute(attribute); }
+    attribute->close();
+    for (const char* name : {"EATTEDIT", "-EATTEDIT", "_EATTEDIT", "EA", "eattedit"}) {
+        // Without a screen there is no dialog; the host's own would go on and ask for a value.
+        EXPECT_THAT(run(std::string(name) + " L"),
+                    AllOf(HasSubstr("\nSelect a block: "), Not(HasSubstr("Enter value"))))
+            << name;
+        EXPECT_FALSE(problem) << name;
+    }
     EXPECT_TRUE(hostsOwn->isUndefined());
     ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
     EXPECT_TRUE(hostsOwn->isUndefined());
