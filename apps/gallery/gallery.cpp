@@ -54,6 +54,7 @@ bool Gallery::open() {
     addTabs();
     addRichText();
     addToolTip();
+    addDistanceEdit();
     ShowWindow(SW_SHOW);
     UpdateWindow();
     return true;
@@ -299,6 +300,8 @@ void Gallery::addTree() {
 void Gallery::addTabs() {
     group("Tabs", 316, 376, 300, 168);
     const auto fill = [](HWND tabs, int count) {
+        // They leave out what stands in front of them, and so would the group box.
+        ::SetWindowPos(tabs, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
         const char* const names[] = {"Dwgs", "Blocks", "Third"};
         for (int i = 0; i < count; ++i) {
             TCITEM item{};
@@ -334,7 +337,7 @@ void Gallery::addRichText() {
 
 /// A tip that stays, for the picture.
 void Gallery::addToolTip() {
-    group("Tool tip", 624, 550, 316, 206);
+    group("Tool tip", 624, 550, 316, 96);
     const HWND tip = ::CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASS, "", TTS_ALWAYSTIP, 0, 0, 0, 0, m_hWnd, nullptr,
                                        AfxGetInstanceHandle(), nullptr);
     const HWND button = add("BUTTON", "With a tip", kTab, 640, 580, 90, 24);
@@ -349,6 +352,17 @@ void Gallery::addToolTip() {
     ClientToScreen(&place);
     ::SendMessageA(tip, TTM_TRACKPOSITION, 0, MAKELPARAM(place.x, place.y));
     ::SendMessageA(tip, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));
+}
+
+/// In the units of the drawing, if there is one.
+void Gallery::addDistanceEdit() {
+    group("Distance edit", 624, 652, 316, 104);
+    add("STATIC", "&Length:", kShown | SS_LEFT, 640, 676, 50, 15);
+    const HWND box = add("EDIT", "1'-5 1/2\"", kTab | ES_AUTOHSCROLL, 692, 673, 120, 20, WS_EX_CLIENTEDGE);
+    distance_.SubclassWindow(box);
+    const CString chars = CDistanceEdit::CharsOfUnits();
+    distance_.SetUp(chars, "A distance in the drawing's units");
+    add("STATIC", "It takes " + chars, kShown | SS_LEFT | SS_NOPREFIX, 640, 726, 290, 15);
 }
 
 void Gallery::OnDrawItem(int, DRAWITEMSTRUCT* item) {

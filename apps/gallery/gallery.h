@@ -1,6 +1,7 @@
 // Every control in all its states, in one window: for looking.
 #pragma once
 
+#include "attributes/distance_edit.h"
 #include "mfc/afx.h"
 
 namespace vndk::gallery {
@@ -9,6 +10,8 @@ namespace vndk::gallery {
 class Gallery : public CFrameWnd {
 public:
     bool open();
+    /// The box for distances, which has a tool tip.
+    [[nodiscard]] HWND distanceBox() const { return distance_.m_hWnd; }
 
 protected:
     BOOL OnEraseBkgnd(CDC* dc);
@@ -33,11 +36,13 @@ private:
     void addTabs();
     void addRichText();
     void addToolTip();
+    void addDistanceEdit();
     void makeImages();
 
     CFont font_;
     CImageList small_;
     CImageList large_;
+    CDistanceEdit distance_;
     UINT nextId_ = 2000;
 };
 

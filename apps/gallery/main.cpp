@@ -3,12 +3,15 @@
 //     gallery [--scale N]             in a window
 //     gallery --png FILE [--scale N]  as a picture of 960 x 780 pixels, times the scale, without a screen
 #include "gallery.h"
+
+#include "ed/host.h"
 #include "screen/memory.h"
 #ifdef VONDRAKE_HAS_WINDOW
 #include "screen/sdl.h"
 #endif
 #include "win32/desktop.h"
 #include "win32/picture.h"
+#include "win32/queue.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -43,13 +46,45 @@ Arguments parse(int count, char** arguments) {
     return parsed;
 }
 
+/// A host whose drawing measures in feet and inches.
+class Architect {
+public:
+    Architect() {
+        host_.documents().appContextNewDocument(nullptr);
+        constexpr short kArchitectural = 4;
+        host_.variables().set("LUNITS", kArchitectural);
+    }
+
+private:
+    vndk::host::Host host_;
+};
+
+/// Lets the mouse rest on the box for distances until its tool tip shows.
+void restOnDistance(vndk::screen::MemoryScreen& screen, vndk::win32::Desktop& desktop, HWND box) {
+    constexpr std::uint32_t kLong = 1000; // milliseconds
+    POINT place{60, 10};
+    ClientToScreen(box, &place);
+    vndk::screen::Event move;
+    move.kind = vndk::screen::Event::Kind::mouseMove;
+    move.x = place.x;
+    move.y = place.y;
+    screen.post(move);
+    MSG message{};
+    while (::PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE) != FALSE)
+        AfxPumpMessage();
+    screen.advance(kLong);
+    desktop.settle();
+}
+
 int writePicture(const Arguments& arguments) {
     vndk::screen::MemoryScreen screen(kWidth, kHeight);
     vndk::win32::Desktop desktop(screen);
+    const Architect architect;
     vndk::gallery::Gallery gallery;
     if (!gallery.open())
         return 1;
     desktop.settle();
+    restOnDistance(screen, desktop, gallery.distanceBox());
     const vndk::screen::Surface surface = screen.surface();
     const vndk::win32::Picture shown =
         vndk::win32::copyPicture(surface.pixels, surface.width, {0, 0, surface.width, surface.height});
@@ -73,6 +108,7 @@ int showWindow(const Arguments& arguments) {
     }
     vndk::win32::Desktop desktop(*screen);
     CWinApp application("gallery");
+    const Architect architect;
     vndk::gallery::Gallery gallery;
     if (!gallery.open())
         return 1;
