@@ -28,12 +28,17 @@ public:
         lockedPath_ = path;
     }
 
+    /// Empty: the file keeps the picture that it has.
+    const std::vector<uint8_t>& thumbnail() const { return thumbnail_; }
+    void setThumbnail(std::vector<uint8_t> bitmap) { thumbnail_ = std::move(bitmap); }
+
 private:
     AcDbDatabase& database_;
     std::shared_ptr<FileImage> image_;
     ObjectCodec codec_;
     std::unique_ptr<DrawingLock> lock_;
     std::string lockedPath_;
+    std::vector<uint8_t> thumbnail_;
 };
 
 /// The database's source, made now if the drawing is a new one.

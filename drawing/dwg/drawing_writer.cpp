@@ -9,6 +9,7 @@
 #include "dwg/drawing_source.h"
 #include "dwg/file_writer.h"
 
+#include <array>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -56,6 +57,7 @@ public:
         markLeftOut();
         FileParts parts = source_.image() ? partsOf(*source_.image()) : FileParts();
         parts.header = headerToWrite();
+        takeThumbnail(parts);
         takeObjects(parts);
         parts.classes = source_.codec().classes();
         for (AcDbStub& stub : database_.stubs())
@@ -64,6 +66,13 @@ public:
     }
 
 private:
+    void takeThumbnail(FileParts& parts) const {
+        constexpr uint8_t kHeaderRecord = 1, kBitmapRecord = 2;
+        static constexpr std::array<uint8_t, 80> kEmptyHeader{};
+        if (!source_.thumbnail().empty())
+            parts.preview = {{kHeaderRecord, kEmptyHeader}, {kBitmapRecord, source_.thumbnail()}};
+    }
+
     static constexpr unsigned kChanged = kStubErased | kStubModified | kStubLinksChanged | kStubNew;
 
     // What a file needs and a database doesn't
@@ -386,5 +395,9 @@ private:
 } // namespace
 
 Result<std::vector<uint8_t>> writeDrawing(AcDbDatabase& database) { return DrawingWriter(database).run(); }
+
+void setThumbnailBitmap(AcDbDatabase& database, std::vector<uint8_t> bitmap) {
+    sourceOf(database).setThumbnail(std::move(bitmap));
+}
 
 } // namespace vndk::dwg

@@ -17,4 +17,8 @@ namespace vndk::dwg {
 /// The bytes of a whole file in the format of release 15. CannotWrite: the drawing is too large.
 Result<std::vector<uint8_t>> writeDrawing(AcDbDatabase& database);
 
+/// The picture that the next save puts into the file for those who list drawings, in place of the one it has: a
+/// device-independent bitmap without file header. Empty: the file keeps what it has.
+void setThumbnailBitmap(AcDbDatabase& database, std::vector<uint8_t> bitmap);
+
 } // namespace vndk::dwg
