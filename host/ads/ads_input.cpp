@@ -3,6 +3,7 @@
 
 #include "ads/values.h"
 #include "commands/file_questions.h"
+#include "ed/display.h"
 #include "ed/host.h"
 #include "ge/unit_text.h"
 
@@ -333,6 +334,16 @@ int acedCmdUndefine(const char* name, int undefine) {
     return host && name && host->commands().setUndefined(name, undefine != 0) ? RTNORM : RTERROR;
 }
 
-int ads_regen() { return Host::current() ? RTNORM : RTERROR; }
+int ads_regen() {
+    Host* const host = Host::current();
+    if (host && host->display())
+        host->display()->regenerate();
+    return host ? RTNORM : RTERROR;
+}
 
-int acedUpdateDisplay() { return Host::current() ? RTNORM : RTERROR; }
+int acedUpdateDisplay() {
+    Host* const host = Host::current();
+    if (host && host->display())
+        host->display()->update();
+    return host ? RTNORM : RTERROR;
+}

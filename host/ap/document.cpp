@@ -2,8 +2,10 @@
 
 #include "ads/external_functions.h"
 #include "ads/lisp_link.h"
+#include "ap/drawing_views.h"
 #include "ap/xrefs.h"
 #include "dwg/drawing_reader.h"
+#include "ed/display.h"
 #include "ed/host.h"
 #include "lisp/interpreter.h"
 #include "win32/codepage.h"
@@ -38,7 +40,8 @@ constexpr int kShareWithAll = 0x40; // a drawing that others have open can be op
 } // namespace
 
 AcApDocument::AcApDocument(Host& host, std::unique_ptr<AcDbDatabase> database, std::string fileName, bool hasFile)
-    : host_(host), database_(std::move(database)), link_(std::make_unique<vndk::host::LispLink>(host, *this)),
+    : host_(host), database_(std::move(database)), views_(std::make_unique<vndk::host::DrawingViews>(*database_)),
+      link_(std::make_unique<vndk::host::LispLink>(host, *this)),
       lisp_(std::make_unique<vndk::lisp::Interpreter>(*link_)), fileName_(std::move(fileName)), hasFile_(hasFile) {}
 
 AcApDocument::~AcApDocument() = default;
@@ -48,6 +51,12 @@ AcAp::DocLockMode AcApDocument::lockMode() const { return locks_.empty() ? AcAp:
 bool AcApDocument::isQuiescent() const {
     const bool commandHere = host_.documents().curDocument() == this && host_.commandLine().commandActive();
     return locks_.empty() && !commandHere;
+}
+
+void AcTransactionManager::flushGraphics() {
+    Host* const host = Host::current();
+    if (host && host->display())
+        host->display()->update();
 }
 
 AcApDocManager::AcApDocManager(Host& host) : host_(host) {}

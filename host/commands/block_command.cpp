@@ -101,6 +101,7 @@ CommandResult define(CommandContext& ctx, const std::string& name, AcDbObjectId 
             redefined->setOrigin(AcGePoint3d::kOrigin);
         ctx.print("\nBlock \"" + name + "\" redefined.");
     }
+    giveIcon(record);
     return CommandResult::Done;
 }
 

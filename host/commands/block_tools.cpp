@@ -1,5 +1,6 @@
 #include "commands/block_tools.h"
 
+#include "ap/drawing_preview.h"
 #include "commands/wildcard.h"
 #include "db/database.h"
 #include "db/id_mapping.h"
@@ -45,6 +46,14 @@ Acad::ErrorStatus copyInto(AcDbDatabase& database, const std::vector<AcDbObjectI
             if (const AcDbObjectId copy = mapping.lookUp(id); !copy.isNull())
                 eraseEntity(copy);
     return status;
+}
+
+bool giveIcon(AcDbObjectId block) {
+    const std::vector<uint8_t> icon = iconOf(block);
+    if (icon.empty())
+        return false;
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForWrite);
+    return record && record->setPreviewIcon(icon) == Acad::eOk;
 }
 
 } // namespace vndk::host

@@ -14,4 +14,7 @@ bool askRedefine(const CommandContext& ctx, const std::string& name, PromptStatu
 Acad::ErrorStatus copyInto(AcDbDatabase& database, const std::vector<AcDbObjectId>& objects, AcDbObjectId record,
                            const AcGeMatrix3d& move);
 
+/// Gives a block the picture that lists of blocks show. False: the block can't be opened or has nothing to be seen.
+bool giveIcon(AcDbObjectId block);
+
 } // namespace vndk::host

@@ -26,9 +26,15 @@ CommandResult eraseCommand(CommandContext& ctx);
 CommandResult listCommand(CommandContext& ctx);
 CommandResult layerCommand(CommandContext& ctx);
 CommandResult purgeCommand(CommandContext& ctx);
+CommandResult blockiconCommand(CommandContext& ctx);
+CommandResult orthoCommand(CommandContext& ctx);
+CommandResult osnapCommand(CommandContext& ctx);
+CommandResult panCommand(CommandContext& ctx);
+CommandResult redrawCommand(CommandContext& ctx);
 CommandResult regenCommand(CommandContext& ctx);
 CommandResult setvarCommand(CommandContext& ctx);
 CommandResult ucsCommand(CommandContext& ctx);
+CommandResult zoomCommand(CommandContext& ctx);
 
 // Changing what is there.
 CommandResult chpropCommand(CommandContext& ctx);

@@ -1,4 +1,5 @@
 // NEW, OPEN, QSAVE, SAVEAS, CLOSE, QUIT.
+#include "ap/drawing_preview.h"
 #include "commands/command_tools.h"
 #include "commands/commands.h"
 #include "commands/file_questions.h"
@@ -14,6 +15,7 @@ namespace {
 CommandResult save(CommandContext& ctx, const DrawingFile& file) {
     ctx.host().linker().tellAll(AcRx::kSaveMsg);
     AcDbDatabase& database = ctx.database();
+    prepareToSave(ctx.document());
     if (database.saveAs(file.hostPath.c_str()) != Acad::eOk)
         return ctx.fail(AcApDocManager::fileErrorOf(database), FailureKind::Drawing);
     return CommandResult::Done;

@@ -152,7 +152,7 @@ CommandResult insert(CommandContext& ctx, bool arrayed) {
     InsertSource source;
     if (const PromptStatus status = askInsertSource(ctx, !arrayed, source); status != PromptStatus::Normal)
         return stoppedBy(status);
-    InsertPlacement placement(ctx);
+    InsertPlacement placement(ctx, source.contents(), source.origin());
     if (source.exploded) {
         const PromptStatus status = placement.askForContents();
         return status == PromptStatus::Normal ? insertContents(ctx, source, placement) : stoppedBy(status);

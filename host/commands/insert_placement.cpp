@@ -30,10 +30,22 @@ const InsertPlacement::Preset InsertPlacement::kPresets[] = {
     {"PRotate", "\nSpecify preview rotation angle: ", Preset::Sets::Nothing},
 };
 
+/// Shows at the cursor what will be inserted, as far as it is known.
+void InsertPlacement::dragContents() const {
+    const AcGeMatrix3d toWorld = ctx_.prompts().ucsToWorld();
+    ctx_.prompts().setDragged(
+        {{},
+         contents_,
+         toWorld * AcGeMatrix3d::rotation(rotation_, AcGeVector3d::kZAxis) * AcGeMatrix3d::scaling(scale_) *
+             AcGeMatrix3d::translation(AcGePoint3d::kOrigin - origin_),
+         toWorld * AcGePoint3d::kOrigin});
+}
+
 PromptStatus InsertPlacement::ask() {
     const char* prompt = "\nSpecify insertion point or [Scale/X/Y/Z/Rotate/PScale/PX/PY/PZ/PRotate]: ";
     for (;;) {
         ctx_.prompts().initGet(kNoEmpty, "Scale X Y Z Rotate PScale PX PY PZ PRotate");
+        dragContents();
         PromptStatus status = ctx_.prompts().getPoint(prompt, point_);
         if (status == PromptStatus::Normal)
             break;
@@ -51,6 +63,7 @@ PromptStatus InsertPlacement::ask() {
 
 PromptStatus InsertPlacement::askForContents() {
     ctx_.prompts().initGet(kNoEmpty);
+    dragContents();
     PromptStatus status = ctx_.prompts().getPoint("\nSpecify insertion point for block: ", point_);
     double factor = 1;
     if (status == PromptStatus::Normal)

@@ -8,7 +8,9 @@ namespace vndk::host {
 
 class InsertPlacement {
 public:
-    explicit InsertPlacement(CommandContext& ctx) : ctx_(ctx) {}
+    /// `contents` is the record that will be seen, its `origin` lying at the insertion point.
+    InsertPlacement(CommandContext& ctx, AcDbObjectId contents, const AcGePoint3d& origin)
+        : ctx_(ctx), contents_(contents), origin_(origin) {}
 
     /// Asks for the insertion point, the factors and the angle, with all that can be set ahead of the point.
     PromptStatus ask();
@@ -23,6 +25,7 @@ private:
     struct Preset;
     static const Preset kPresets[];
 
+    void dragContents() const;
     PromptStatus askPreset();
     PromptStatus askScale();
     PromptStatus askScaleXyz();
@@ -33,6 +36,8 @@ private:
     bool refuseCorner();
 
     CommandContext& ctx_;
+    AcDbObjectId contents_;
+    AcGePoint3d origin_;
     AcGePoint3d point_;
     AcGeScale3d scale_;
     double rotation_ = 0;

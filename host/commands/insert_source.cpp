@@ -177,6 +177,13 @@ PromptStatus askInsertSource(CommandContext& ctx, bool mayExplode, InsertSource&
     return SourcePrompt(ctx, mayExplode, source).ask();
 }
 
+AcGePoint3d InsertSource::origin() const {
+    if (file)
+        return file->insbase();
+    const AcDbObjectPointer<AcDbBlockTableRecord> record(block);
+    return record ? record->origin() : AcGePoint3d();
+}
+
 bool defineBlock(CommandContext& ctx, InsertSource& source) {
     if (!source.file)
         return true;

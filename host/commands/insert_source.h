@@ -23,6 +23,8 @@ struct InsertSource {
 
     /// The record whose entities are inserted: the file's model space or the block.
     AcDbObjectId contents() const { return file ? file->modelSpaceId() : block; }
+    /// What of it lies at the insertion point.
+    AcGePoint3d origin() const;
 };
 
 /// Asks for a name until it leads to something and reads the file, if there is one. Nothing of the drawing is changed.

@@ -1,9 +1,7 @@
-// LIST, and REGEN, which has little to do without a window.
-#include "ads/ads.h"
+// LIST.
 #include "commands/commands.h"
 #include "commands/list_text.h"
 #include "commands/selection.h"
-#include "db/database.h"
 
 namespace vndk::host {
 
@@ -16,12 +14,6 @@ CommandResult listCommand(CommandContext& ctx) {
         if (entity)
             ctx.print(listText(ctx, *entity));
     }
-    return CommandResult::Done;
-}
-
-CommandResult regenCommand(CommandContext& ctx) {
-    ctx.print(ctx.database().tilemode() ? "\nRegenerating model.\n" : "\nRegenerating layout.\n");
-    ads_regen();
     return CommandResult::Done;
 }
 

@@ -15,6 +15,7 @@ CommandResult copyRepeatedly(CommandContext& ctx, const std::vector<AcDbObjectId
         return ctx.stopped();
     for (bool first = true;; first = false) {
         AcGeVector3d offset;
+        ctx.prompts().setDragged({objects, {}, {}, ctx.prompts().ucsToWorld() * base});
         const PromptStatus status = askDisplacement(ctx, base, offset);
         if (status == PromptStatus::None && !first)
             return CommandResult::Done;
@@ -38,6 +39,7 @@ CommandResult moveCommand(CommandContext& ctx) {
     if (ctx.prompts().getPoint("\nSpecify base point or displacement: ", base) != PromptStatus::Normal)
         return ctx.stopped();
     AcGeVector3d offset;
+    ctx.prompts().setDragged({objects, {}, {}, ctx.prompts().ucsToWorld() * base});
     status = askDisplacement(ctx, base, offset);
     if (status != PromptStatus::Normal && status != PromptStatus::None)
         return ctx.stopped();
@@ -57,6 +59,7 @@ CommandResult copyCommand(CommandContext& ctx) {
     if (status != PromptStatus::Normal)
         return ctx.stopped();
     AcGeVector3d offset;
+    ctx.prompts().setDragged({objects, {}, {}, ctx.prompts().ucsToWorld() * base});
     status = askDisplacement(ctx, base, offset);
     if (status != PromptStatus::Normal && status != PromptStatus::None)
         return ctx.stopped();

@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "ed/coordinates.h"
+#include "ed/display.h"
 #include "ed/hit_test.h"
 #include "ed/host.h"
 #include "ed/pick.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace vndk::host {
 
@@ -31,6 +33,14 @@ AcDbObjectId entityOf(const lisp::Value& value) {
     return id;
 }
 
+/// Of a pick while Shift is held: the entity is taken out.
+bool takesOut(const lisp::Value& value) {
+    const lisp::Value* rest = &value;
+    for (int i = 0; i < 2 && rest->isCons(); ++i)
+        rest = &rest->cdr();
+    return rest->isCons() && rest->car().isString() && rest->car().text() == "Remove";
+}
+
 bool isThawed(AcDbObjectId id) {
     const AcDbObjectPointer<AcDbEntity> entity(id);
     if (!entity)
@@ -49,8 +59,25 @@ bool isOnLockedLayer(AcDbObjectId id) {
     return layer && layer->isLocked();
 }
 
+/// What was chosen ahead of the command, if that counts. It does so once.
+bool SelectionPrompt::takePickedFirst(std::vector<AcDbObjectId>& objects) {
+    std::vector<AcDbObjectId> picked = std::exchange(ctx_.document().pickedFirst, {});
+    std::erase_if(picked, [&](AcDbObjectId id) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        return !entity || entity->ownerId() != ctx_.currentSpace();
+    });
+    if (picked.empty())
+        return false;
+    apply(std::move(picked));
+    objects = chosen_;
+    memoryOf(ctx_).previousSelection = objects;
+    return true;
+}
+
 PromptStatus SelectionPrompt::ask(std::vector<AcDbObjectId>& objects) {
     CommandLine& line = ctx_.host().commandLine();
+    if (takePickedFirst(objects))
+        return PromptStatus::Normal;
     for (;;) {
         const Answer answer = line.ask(
             {removing_ ? "\nRemove objects: " : "\nSelect objects: ", PromptRequest::Kind::Objects}, TextForm::Word);
@@ -79,9 +106,11 @@ std::optional<AcGePoint3d> SelectionPrompt::pointOf(const Answer& answer) const 
         return typedPoint(answer.text, {ctx_.document().lastPoint, ucsToWorld(database).inverse(), angleUnits(database),
                                         database.header().ELEVATION});
     }
+    const bool named = answer.value.isCons() && answer.value.car().isEname() && answer.value.cdr().isCons();
     double xyz[3] = {0, 0, 0};
     int count = 0;
-    for (const lisp::Value* rest = &answer.value; rest->isCons(); rest = &rest->cdr()) {
+    for (const lisp::Value* rest = named ? &answer.value.cdr().car() : &answer.value; rest->isCons();
+         rest = &rest->cdr()) {
         if (count == 3 || !rest->car().isNumber() || !std::isfinite(rest->car().number()))
             return std::nullopt;
         xyz[count++] = rest->car().number();
@@ -97,8 +126,13 @@ bool SelectionPrompt::complain(const Answer& answer) const {
 
 SelectionPrompt::Taken SelectionPrompt::take(const Answer& answer) {
     if (answer.kind == Answer::Kind::Value)
-        if (const AcDbObjectId id = entityOf(answer.value); !id.isNull())
-            return takeEntity(id);
+        if (const AcDbObjectId id = entityOf(answer.value); !id.isNull()) {
+            const bool former = removing_;
+            removing_ = removing_ || takesOut(answer.value);
+            const Taken taken = takeEntity(id);
+            removing_ = former;
+            return taken;
+        }
     if (answer.kind == Answer::Kind::Text)
         if (const std::string keyword = matchKeyword(answer.text, kKeywords); !keyword.empty())
             return takeKeyword(keyword);
@@ -123,6 +157,7 @@ SelectionPrompt::Taken SelectionPrompt::takeKeyword(const std::string& keyword) 
             chosen_ = former_.back();
             isChosen_ = {chosen_.begin(), chosen_.end()};
             former_.pop_back();
+            show();
         }
         return Taken::No;
     }
@@ -169,6 +204,10 @@ SelectionPrompt::Taken SelectionPrompt::takeAskedRectangle(int side) {
 SelectionPrompt::Taken SelectionPrompt::takeRectangle(const AcGePoint3d& first, int side) {
     AcGePoint3d second;
     ctx_.prompts().initGet(kNoEmpty);
+    using Look = PromptRequest::Rectangle;
+    ctx_.prompts().setRectangle(side == kByDirection ? Look::ByDirection
+                                : side == kCrossing  ? Look::Crossing
+                                                     : Look::Window);
     if (ctx_.prompts().getCorner("\nSpecify opposite corner: ", second, first) != PromptStatus::Normal)
         return Taken::Stopped;
     const bool crossing = side == kCrossing || (side == kByDirection && second.x < first.x);
@@ -242,7 +281,10 @@ SelectionPrompt::Taken SelectionPrompt::takeMultiple() {
         if (!point)
             continue;
         ctx_.document().lastPoint = *point;
-        if (const AcDbObjectId id = entityAt(ctx_.database(), *point, pickAperture(ctx_.host())); !id.isNull())
+        if (const AcDbObjectId named = answer.kind == Answer::Kind::Value ? entityOf(answer.value) : AcDbObjectId();
+            !named.isNull())
+            found.push_back(named);
+        else if (const AcDbObjectId id = entityAt(ctx_.database(), *point, pickAperture(ctx_.host())); !id.isNull())
             found.push_back(id);
     }
     apply(std::move(found));
@@ -267,9 +309,16 @@ void SelectionPrompt::apply(std::vector<AcDbObjectId> found) {
     }
     if (removing_)
         std::erase_if(chosen_, [this](AcDbObjectId id) { return !isChosen_.contains(id); });
+    show();
     report(offered, changed, found.size() - changed);
     if (elsewhere > 0)
         ctx_.print("\n" + std::to_string(elsewhere) + (elsewhere == 1 ? " was" : " were") + " not in current space.");
+}
+
+/// What is chosen stands out in the window until the command ends.
+void SelectionPrompt::show() const {
+    if (Display* const display = ctx_.host().display())
+        display->highlight(chosen_);
 }
 
 void SelectionPrompt::report(size_t found, size_t changed, size_t duplicates) const {

@@ -11,6 +11,8 @@
 //   SIngle            ends after the first find
 //   Multiple          points up to an Enter are looked up together, without rectangles
 //   Enter             done
+// In the window the mouse gives names and points; a pick with Shift held takes out. What was chosen there ahead of the
+// command is the selection, and nothing is asked.
 // Objects on layers that are off or frozen are found by Last and ALL at most (frozen ones never). Objects that don't
 // stand in the current space are left out and counted.
 #pragma once
@@ -36,6 +38,7 @@ private:
     /// Stopped: by a prompt, whose status tells why.
     enum class Taken { Yes, No, Invalid, Stopped, Cancelled, Refused };
 
+    bool takePickedFirst(std::vector<AcDbObjectId>& objects);
     Taken take(const Answer& answer);
     Taken takeKeyword(const std::string& keyword);
     Taken takePoint(const AcGePoint3d& point);
@@ -48,6 +51,7 @@ private:
     std::vector<AcDbObjectId> shownWhere(const std::function<bool(const AcDbEntity&)>& lies) const;
     std::optional<AcGePoint3d> pointOf(const Answer& answer) const;
     void apply(std::vector<AcDbObjectId> found);
+    void show() const;
     void report(size_t found, size_t changed, size_t duplicates) const;
     /// Complains of an answer; false: the prompt shouldn't ask again.
     bool complain(const Answer& answer) const;

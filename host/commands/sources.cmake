@@ -6,11 +6,13 @@ set(COMMAND_SOURCES
   commands/attdef_command.cpp
   commands/block_command.cpp
   commands/block_tools.cpp
+  commands/blockicon_command.cpp
   commands/chprop_command.cpp
   commands/circle_command.cpp
   commands/command_table.cpp
   commands/command_tools.cpp
   commands/dim_commands.cpp
+  commands/drafting_commands.cpp
   commands/drawing_files.cpp
   commands/eattedit_command.cpp
   commands/erase_command.cpp
@@ -40,6 +42,7 @@ set(COMMAND_SOURCES
   commands/ucs_command.cpp
   commands/undo_commands.cpp
   commands/variable_commands.cpp
+  commands/view_commands.cpp
   commands/wblock_command.cpp
   commands/wildcard.cpp
   commands/written_files.cpp

@@ -1,9 +1,11 @@
 // WBLOCK: writes a block, objects or the whole drawing to a file of its own.
+#include "ap/drawing_preview.h"
 #include "commands/commands.h"
 #include "commands/selection.h"
 #include "commands/written_files.h"
 #include "db/database.h"
 #include "db/viewport.h"
+#include "dwg/drawing_writer.h"
 #include "ed/host.h"
 #include "win32/codepage.h"
 
@@ -67,6 +69,7 @@ void takeOut(CommandContext& ctx, const std::vector<AcDbObjectId>& objects) {
 }
 
 CommandResult writeTo(CommandContext& ctx, const DrawingFile& file, AcDbDatabase& output) {
+    dwg::setThumbnailBitmap(output, previewOf(output));
     if (output.saveAs(file.hostPath.c_str()) == Acad::eOk)
         return CommandResult::Done;
     return ctx.fail(win32::fromUtf8Lossy(output.lastFileError()), FailureKind::Drawing);

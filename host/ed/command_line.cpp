@@ -2,6 +2,7 @@
 
 #include "ads/external_functions.h"
 #include "db/symbol_table.h"
+#include "ed/display.h"
 #include "ed/host.h"
 #include "ed/suspended_commands.h"
 #include "lisp/interpreter.h"
@@ -253,17 +254,27 @@ CommandResult CommandLine::execute(const Call& call, SuspendedCommand* feeder) {
     if (grouped)
         document->database()->undo().beginGroup(running.name);
     running_.push_back(&running);
+    if (running_.size() == 1 && document && !keepsPickedFirst(command))
+        document->pickedFirst.clear();
     host_.editor().reactors().tell([&](AcEditorReactor& r) { r.commandWillStart(running.name.c_str()); });
     const CommandResult result = runFunction(call, running);
     tellEnd(running, result);
     std::erase(running_, &running);
-    if (running_.empty())
+    if (running_.empty()) {
         host_.variables().saveProfile();
+        if (Display* const display = host_.display())
+            display->highlight({});
+    }
     if (grouped)
         document->database()->undo().endGroup();
     if (!feeder)
         stepping_ = wasStepping;
     return result;
+}
+
+bool CommandLine::keepsPickedFirst(const AcEdCommand& command) const {
+    return (command.commandFlags() & (ACRX_CMD_USEPICKSET | ACRX_CMD_TRANSPARENT)) != 0 &&
+           host_.variables().getShort("PICKFIRST") != 0;
 }
 
 CommandResult CommandLine::runFunction(const Call& call, Running& running) {

@@ -7,6 +7,7 @@
 #include "db/text.h"
 #include "db/viewport.h"
 #include "ed/coordinates.h"
+#include "ed/outline.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,7 +59,7 @@ bool segmentTouches(const AcGePoint3d& a, const AcGePoint3d& b, const SelectionR
 bool walkArc(const AcGePoint3d& center, const AcGeVector3d& a, const AcGeVector3d& b, double start, double sweep,
              const Walk& walk) {
     const double radius = std::max(a.length(), b.length());
-    const int chords = std::max(1, static_cast<int>(std::ceil(sweep / walk.chordAngle(radius))));
+    const int chords = std::max(1, static_cast<int>(std::ceil(std::fabs(sweep) / walk.chordAngle(radius))));
     AcGePoint3d former;
     for (int i = 0; i <= chords; ++i) {
         const double angle = start + sweep * i / chords;
@@ -112,12 +113,52 @@ bool walkFrame(const AcDbViewport& viewport, const Walk& walk) {
 
 std::optional<bool> walkOutline(const AcDbEntity& entity, const Walk& walk);
 
-/// By simpler forms. Nothing where there is none, and where it isn't worth it: text fills its box, and a reference
-/// would have to be taken apart at each look.
+bool walkLines(const Outline::Lines& lines, const Walk& walk) {
+    size_t begin = 0;
+    for (const size_t end : lines.ends) {
+        for (size_t i = begin + 1; i < end; ++i)
+            if (walk.line(lines.points[i - 1], lines.points[i]))
+                return true;
+        begin = end;
+    }
+    return false;
+}
+
+/// Text fills its frame.
+bool walkFrames(const Outline::Lines& frames, const Walk& walk) {
+    constexpr int kRows = 8;
+    size_t begin = 0;
+    for (const size_t end : frames.ends) {
+        const AcGePoint3d* const corner = &frames.points[begin];
+        for (int row = 0; row <= kRows && end - begin >= 4; ++row) {
+            const double share = static_cast<double>(row) / kRows;
+            if (walk.line(corner[0] + (corner[3] - corner[0]) * share, corner[1] + (corner[2] - corner[1]) * share))
+                return true;
+        }
+        begin = end;
+    }
+    return false;
+}
+
+/// What is seen of a reference. Nothing where nothing is: its box counts then.
+std::optional<bool> walkReference(const AcDbEntity& reference, const Walk& walk) {
+    Outline outline;
+    addOutline(reference, {}, outline);
+    if (outline.isEmpty())
+        return std::nullopt;
+    const auto arc = [&](const OutlineArc& a) { return walkArc(a.center, a.major, a.minor, a.start, a.sweep, walk); };
+    const auto node = [&](const AcGePoint3d& p) { return walk.line(p, p); };
+    return walkLines(outline.lines, walk) || walkFrames(outline.frames, walk) ||
+           std::any_of(outline.arcs.begin(), outline.arcs.end(), arc) ||
+           std::any_of(outline.nodes.begin(), outline.nodes.end(), node);
+}
+
+/// By simpler forms. Nothing where there is none, and for text, which fills its box.
 std::optional<bool> walkParts(const AcDbEntity& entity, const Walk& walk) {
     std::vector<AcDbEntity*> raw;
-    if (entity.isKindOf(AcDbBlockReference::desc()) || entity.isKindOf(AcDbMText::desc()) ||
-        entity.explode(raw) != Acad::eOk || raw.empty())
+    if (entity.isKindOf(AcDbBlockReference::desc()))
+        return walkReference(entity, walk);
+    if (entity.isKindOf(AcDbMText::desc()) || entity.explode(raw) != Acad::eOk || raw.empty())
         return std::nullopt;
     const std::vector<std::unique_ptr<AcDbEntity>> parts(raw.begin(), raw.end());
     return std::any_of(parts.begin(), parts.end(),

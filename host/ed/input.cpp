@@ -156,6 +156,13 @@ Answer InputQueue::takeLine(Text& text) {
 
 Answer InputQueue::take(AnswerForm form) {
     for (Text* text : {&sent_, &typed_}) {
+        if (text == &typed_ && !picked_.empty()) {
+            Answer answer;
+            answer.kind = Answer::Kind::Value;
+            answer.value = std::move(picked_.front());
+            picked_.pop_front();
+            return answer;
+        }
         if (form != AnswerForm::Line && !text->atEnd())
             skipComments(*text);
         if (text->atEnd())
@@ -186,6 +193,7 @@ std::optional<Answer> InputQueue::takeTypedLine() {
 
 void InputQueue::dropLine() {
     sent_.position = sent_.characters.size();
+    picked_.clear();
     while (!typed_.atEnd() && !typed_.lineStart)
         step(typed_);
 }

@@ -60,12 +60,11 @@ bool isSheet(const AcDbEntity& entity) {
     return first != space->entities().end() && *first == entity.objectId();
 }
 
-double pickAperture(Host& host) {
+double pickAperture(Host& host, const char* variable) {
     VariableValue screen;
     if (host.variables().get("SCREENSIZE", screen) != VariableError::None)
         return 0;
-    return host.variables().getShort("PICKBOX") * host.variables().getReal("VIEWSIZE") /
-           std::get<AcGePoint3d>(screen).y;
+    return host.variables().getShort(variable) * host.variables().getReal("VIEWSIZE") / std::get<AcGePoint3d>(screen).y;
 }
 
 AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
@@ -76,6 +75,25 @@ AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, do
         const AcDbObjectPointer<AcDbEntity> entity(id);
         return entity && isShown(*entity) && !isSheet(*entity) && touches(*entity, box);
     });
+}
+
+std::vector<AcDbObjectId> entitiesNear(const AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
+    std::vector<AcDbObjectId> found;
+    const AcGeMatrix3d toUcs = ucsToWorld(database).inverse();
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(currentSpace(database));
+    if (!space)
+        return found;
+    for (const AcDbObjectId id : space->entities()) {
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        AcDbExtents box;
+        if (!entity || !isShown(*entity) || entity->getGeomExtents(box) != Acad::eOk || box.isEmpty())
+            continue;
+        box.transformBy(toUcs);
+        if (box.minPoint().x <= point.x + aperture && box.maxPoint().x >= point.x - aperture &&
+            box.minPoint().y <= point.y + aperture && box.maxPoint().y >= point.y - aperture)
+            found.push_back(id);
+    }
+    return found;
 }
 
 } // namespace vndk::host

@@ -4,6 +4,8 @@
 #include "db/object_id.h"
 #include "ge/vector.h"
 
+#include <vector>
+
 class AcDbDatabase;
 class AcDbEntity;
 
@@ -12,11 +14,16 @@ namespace vndk::host {
 class Host;
 
 /// Half the side of the pick box in drawing units: PICKBOX pixels on a screen of SCREENSIZE that shows VIEWSIZE.
-double pickAperture(Host& host);
+/// `variable` may name another one that holds pixels.
+double pickAperture(Host& host, const char* variable = "PICKBOX");
 
 /// The topmost entity of the current space that touches the square with half the side `aperture` (drawing units)
 /// around a point of the UCS, seen against the UCS's z axis; null if none. Only entities that are shown are found.
 AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture);
+
+/// The entities of the current space that are shown and whose boxes come within `aperture` of a point of the UCS; in
+/// the order of the drawing.
+std::vector<AcDbObjectId> entitiesNear(const AcDbDatabase& database, const AcGePoint3d& point, double aperture);
 
 /// False for an invisible entity and for one on a layer that is off or frozen.
 bool isShown(const AcDbEntity& entity);

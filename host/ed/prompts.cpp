@@ -3,6 +3,7 @@
 #include "db/database.h"
 #include "ed/coordinates.h"
 #include "ed/host.h"
+#include "ed/object_snap.h"
 #include "ed/pick.h"
 #include "ge/unit_text.h"
 #include "lisp/printer.h"
@@ -52,9 +53,25 @@ AcDbDatabase* currentDatabase(Host& host) {
     return document ? document->database() : nullptr;
 }
 
+/// Sets a number back at the end of a scope.
+class RestoreAtEnd {
+public:
+    RestoreAtEnd(int& place, int value) : place_(place), value_(value) {}
+    ~RestoreAtEnd() { place_ = value_; }
+    RestoreAtEnd(const RestoreAtEnd&) = delete;
+    RestoreAtEnd& operator=(const RestoreAtEnd&) = delete;
+
+private:
+    int& place_;
+    int value_;
+};
+
 } // namespace
 
-void Prompts::initGet(int bits, std::string_view keywords) { rules_ = {bits, std::string(keywords)}; }
+void Prompts::initGet(int bits, std::string_view keywords) {
+    rules_.bits = bits;
+    rules_.keywords = keywords;
+}
 
 bool Prompts::takeKeyword(std::string_view typed, const Rules& rules) {
     std::string keyword = matchKeyword(typed, rules.keywords);
@@ -71,8 +88,13 @@ PromptStatus Prompts::ask(PromptRequest request, TextForm form, std::string_view
     const Rules rules = std::exchange(rules_, {});
     request.keywords = rules.keywords;
     request.dashed = (rules.bits & kDashedLine) != 0;
+    request.rectangle = rules.rectangle;
+    request.dragged = rules.dragged ? &*rules.dragged : nullptr;
     keyword_.clear();
+    const int formerSnap = std::exchange(snap_, 0);
+    const RestoreAtEnd restore(snap_, formerSnap);
     for (;;) {
+        snap_ = request.snap;
         const Answer answer = host_.commandLine().ask(request, form);
         if (answer.kind == Kind::Cancel || answer.kind == Kind::End)
             return lastStatus_ = PromptStatus::Cancelled;
@@ -83,6 +105,8 @@ PromptStatus Prompts::ask(PromptRequest request, TextForm form, std::string_view
             return lastStatus_ = PromptStatus::Normal;
         } else if (answer.kind == Kind::Text && takeKeyword(answer.text, rules)) {
             return lastStatus_ = PromptStatus::Keyword;
+        } else if (takeSnap(answer, request)) {
+            continue;
         } else if (answer.kind == Kind::Text && (rules.bits & kAnyText)) {
             keyword_ = answer.text;
             return lastStatus_ = PromptStatus::Keyword;
@@ -105,7 +129,43 @@ bool Prompts::takePoint(const Answer& answer, AcGePoint3d& point) const {
     }
     if (!taken || !std::isfinite(taken->x) || !std::isfinite(taken->y) || !std::isfinite(taken->z))
         return false;
+    // What was picked has been snapped by who showed it.
+    if (answer.kind == Kind::Text && snap_ != 0 && !snapTyped(*taken))
+        return false;
     point = *taken;
+    return true;
+}
+
+/// The name of an object snap ahead of a point.
+bool Prompts::takeSnap(const Answer& answer, PromptRequest& request) {
+    const bool asksPoint = request.kind == Wanted::Point || request.kind == Wanted::Corner ||
+                           request.kind == Wanted::Distance || request.kind == Wanted::Angle;
+    const auto modes = asksPoint && answer.kind == Kind::Text ? snapModesOf(answer.text) : std::nullopt;
+    if (!modes)
+        return false;
+    request.snap = *modes;
+    request.text = *modes == kSnapTangent || *modes == kSnapPerpendicular || *modes == kSnapNearest ? " to " : " of ";
+    return true;
+}
+
+/// Moves a point of the UCS to the place near it that the snap names. False: there is none.
+bool Prompts::snapTyped(AcGePoint3d& point) const {
+    AcApDocument* const document = host_.documents().curDocument();
+    if (!document || (snap_ & kSnapOff) != 0)
+        return document != nullptr;
+    const AcGeMatrix3d toUcs = worldToUcs();
+    const double aperture = pickAperture(host_, "APERTURE");
+    const SnapQuery query{toUcs, {point.x, point.y}, aperture, snap_, optionalOf(&document->lastPoint)};
+    std::vector<Outline> outlines;
+    for (const AcDbObjectId id : entitiesNear(*document->database(), point, aperture))
+        outlines.push_back(outlineOf(id));
+    std::vector<const Outline*> looked;
+    for (const Outline& outline : outlines)
+        looked.push_back(&outline);
+    const std::optional<Snap> found = findSnap(looked, query);
+    if (!found)
+        return false;
+    point = toUcs * found->point;
     return true;
 }
 
@@ -316,8 +376,12 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
                 return true;
             }
             if (answer.kind == Kind::Value && answer.value.isCons() && answer.value.car().isEname()) {
+                // What entsel gives: the name and the point.
                 found.setFromOldId(static_cast<intptr_t>(answer.value.car().id()));
-                return true; // what entsel gives: the name and the point
+                if (const lisp::Value& rest = answer.value.cdr(); rest.isCons())
+                    if (const auto point = pointOf(rest.car()))
+                        remember(pickPoint = *point);
+                return true;
             }
             if (answer.kind == Kind::Text && !matchKeyword(answer.text, "Last").empty()) {
                 found = lastEntity(*database);

@@ -2,10 +2,11 @@
 // for the profile or the session.
 #include "ed/host.h"
 
+#include "ap/drawing_views.h"
 #include "db/database.h"
 #include "db/symbol_table.h"
-#include "dwg/active_view.h"
 #include "ed/coordinates.h"
+#include "ed/display.h"
 
 #include <algorithm>
 #include <charconv>
@@ -103,11 +104,6 @@ bool setBasePoint(AcApDocument& document, const AcGePoint3d& point) {
     return true;
 }
 
-/// The view of the current space; that of a new drawing where the file has none.
-dwg::ActiveView viewOf(const AcDbDatabase& database) {
-    return dwg::activeView(database).value_or(dwg::ActiveView{{6, 4.5, 0}, 9});
-}
-
 template <short Value>
 V constant(Host&, AcApDocument*) {
     return Value;
@@ -136,6 +132,7 @@ const VariableRow kRows[] = {
     VNDK_READ(ACADVER, Text, Session, [](Host&, AcApDocument*) -> V { return std::string("15.0"); }),
     VNDK_HEADER(ANGBASE, Real, kAny, kNone),
     VNDK_HEADER(ANGDIR, Short, 0, 1),
+    VNDK_KEPT(APERTURE, Short, Profile, 1, 50, "10"),
     {"ATTDIA", VariableType::Short, VariableAccess::ReadWrite, VariablePlace::Profile, 0, 1, "0",
      [](Host&, AcApDocument* d) -> V { return static_cast<short>(db(d).attdia()); },
      [](Host&, AcApDocument& d, const V& v) { return d.database()->setAttdia(std::get<short>(v) != 0), true; }},
@@ -158,6 +155,7 @@ const VariableRow kRows[] = {
     VNDK_KEPT(CMDDIA, Short, Profile, 0, 1, "1"),
     VNDK_KEPT(CMDECHO, Short, Session, 0, 1, "1"),
     VNDK_READ(CMDNAMES, Text, Session, [](Host& h, AcApDocument*) -> V { return h.commandLine().commandNames(); }),
+    VNDK_KEPT(CURSORSIZE, Short, Profile, 1, 100, "5"),
     VNDK_READ(DATE, Real, Session, [](Host&, AcApDocument*) -> V { return now(false); }),
     VNDK_READ(DBMOD, Short, Drawing, [](Host&, AcApDocument* d) -> V { return static_cast<short>(db(d).isDirty()); }),
     VNDK_HEADER(DIMASZ, Real, 0, kMost),
@@ -181,6 +179,7 @@ const VariableRow kRows[] = {
     VNDK_HEADER(FILLETRAD, Real, 0, kMost),
     VNDK_HEADER(FILLMODE, Short, 0, 1),
     VNDK_READ(HANDLES, Short, Drawing, constant<1>),
+    VNDK_KEPT(HIGHLIGHT, Short, Session, 0, 1, "1"),
     {"INSBASE", VariableType::Point3, VariableAccess::ReadWrite, VariablePlace::Header, kAny, kNone, "",
      [](Host& h, AcApDocument* d) -> V {
          const V world = spacePoint<&HV::INSBASE, &HV::PINSBASE>(h, d);
@@ -217,7 +216,10 @@ const VariableRow kRows[] = {
               [](Host&, AcApDocument* d) -> V { return std::string(d->hasFile() ? d->fileName() : ""); }),
     // Without a window drawings are looked at as if on a screen of this many pixels.
     {"SCREENSIZE", VariableType::Point2, VariableAccess::ReadOnly, VariablePlace::Session, kAny, kNone, "800,600",
-     nullptr, nullptr},
+     [](Host& h, AcApDocument*) -> V {
+         return h.display() ? AcGePoint3d(h.display()->width(), h.display()->height(), 0) : AcGePoint3d(800, 600, 0);
+     },
+     nullptr},
     VNDK_READ(TDCREATE, Real, Header, [](Host&, AcApDocument* d) -> V { return julian(db(d).header().TDCREATE); }),
     VNDK_READ(TDINDWG, Real, Header, [](Host&, AcApDocument* d) -> V { return julian(db(d).header().TDINDWG); }),
     VNDK_READ(TDUPDATE, Real, Header, [](Host&, AcApDocument* d) -> V { return julian(db(d).header().TDUPDATE); }),
@@ -248,8 +250,13 @@ const VariableRow kRows[] = {
     VNDK_KEPT(USERS4, Text, Session, kAny, kNone, ""),
     VNDK_KEPT(USERS5, Text, Session, kAny, kNone, ""),
     VNDK_READ(VIEWCTR, Point3, Drawing,
-              [](Host&, AcApDocument* d) -> V { return ucsToWorld(db(d)).inverse() * viewOf(db(d)).center; }),
-    VNDK_READ(VIEWSIZE, Real, Drawing, [](Host&, AcApDocument* d) -> V { return viewOf(db(d)).height; }),
+              [](Host&, AcApDocument* d) -> V { return ucsToWorld(db(d)).inverse() * d->views().current().center; }),
+    VNDK_READ(VIEWDIR, Point3, Drawing,
+              [](Host&, AcApDocument* d) -> V {
+                  const AcGeVector3d toViewer = ucsToWorld(db(d)).inverse() * d->views().current().direction;
+                  return AcGePoint3d(toViewer.x, toViewer.y, toViewer.z);
+              }),
+    VNDK_READ(VIEWSIZE, Real, Drawing, [](Host&, AcApDocument* d) -> V { return d->views().current().height; }),
     VNDK_HEADER(VISRETAIN, Short, 0, 1),
     VNDK_READ(
         WORLDUCS, Short, Header,

@@ -92,8 +92,10 @@ int acedCmd(const resbuf* list);
 /// Undefines (1) or brings back (0) a command of the host's own. RTERROR: it has none of that name.
 int acedCmdUndefine(const char* name, int undefine);
 
-// Display. Nothing is drawn without a window; both are told to whoever listens.
+// Display. Without a window there is nothing to draw.
+/// Prepares the current drawing anew and shows it.
 int ads_regen();
+/// Shows what has changed.
 int acedUpdateDisplay();
 
 // Entities by name. acdbEntGet gives a list by DXF group codes, owned by the caller.

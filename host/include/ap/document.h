@@ -24,6 +24,7 @@ class Interpreter;
 }
 namespace vndk::host {
 class Host;
+class DrawingViews;
 class LispLink;
 struct CommandMemory;
 } // namespace vndk::host
@@ -61,9 +62,13 @@ public:
 
     ~AcApDocument() override;
     vndk::host::Host& host() const { return host_; }
+    /// What the document shows of its spaces.
+    vndk::host::DrawingViews& views() const { return *views_; }
 
     /// Last point given, in the current UCS, for `@` and LASTPOINT.
     AcGePoint3d lastPoint;
+    /// What the user has chosen ahead of a command, for commands that take such a selection.
+    std::vector<AcDbObjectId> pickedFirst;
     /// What the host's own commands remember of this document; they make it when they first need it.
     std::shared_ptr<vndk::host::CommandMemory> commandMemory;
 
@@ -73,6 +78,7 @@ private:
 
     vndk::host::Host& host_;
     std::unique_ptr<AcDbDatabase> database_;
+    std::unique_ptr<vndk::host::DrawingViews> views_;
     AcTransactionManager transactionManager_;
     std::unique_ptr<vndk::host::LispLink> link_;
     std::unique_ptr<vndk::lisp::Interpreter> lisp_;

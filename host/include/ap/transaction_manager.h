@@ -7,7 +7,7 @@
 class AcTransactionManager : public AcRxObject {
     ACRX_DECLARE_MEMBERS(AcTransactionManager)
 public:
-    /// Shows what recordGraphicsModified has told of, without waiting for the command's end. No view of a drawing
-    /// exists that could be behind, so there is nothing to draw.
-    void flushGraphics() {}
+    /// Shows what recordGraphicsModified has told of, without waiting for the command's end. Without a window there is
+    /// nothing to draw.
+    void flushGraphics();
 };

@@ -115,6 +115,7 @@ private:
     bool runLispCommand(const std::string& typed);
     void finishLisp(lisp::Outcome<lisp::Value> result, size_t depth);
     CommandResult execute(const Call& call, SuspendedCommand* feeder);
+    bool keepsPickedFirst(const AcEdCommand& command) const;
     CommandResult runFunction(const Call& call, Running& running);
     void tellEnd(const Running& running, CommandResult result);
 

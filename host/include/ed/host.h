@@ -30,6 +30,7 @@ class AcRxObject;
 
 namespace vndk::host {
 
+class Display;
 class ExternalFunctions;
 class HostServices;
 class ProgramResources;
@@ -95,6 +96,9 @@ public:
     /// The command line docked in it.
     void setCommandLineWindow(HWND window) { commandLineWindow_ = window; }
     HWND commandLineWindow() const { return commandLineWindow_; }
+    /// Not owned; null while no window shows drawings.
+    void setDisplay(Display* display) { display_ = display; }
+    Display* display() const { return display_; }
 
     /// Feeds whole lines of typed text and runs them. The first problem, if any; the rest is run all the same.
     std::optional<Problem> runText(std::string_view typed);
@@ -131,6 +135,7 @@ private:
     bool quit_ = false;
     HWND mainWindow_ = nullptr;
     HWND commandLineWindow_ = nullptr;
+    Display* display_ = nullptr;
 };
 
 } // namespace vndk::host

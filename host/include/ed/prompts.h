@@ -14,6 +14,9 @@
 // acedGetPoint); pass them through ucsToWorld for the database. Angles typed are degrees in the units of AUNITS
 // relative to ANGBASE and ANGDIR; angles that come out are radians, counter-clockwise.
 //
+// Ahead of a point its object snap may be named: `end`, `mid`, `cen`, `ins`, `nod`, `qua`, `int`, `per`, `tan`, `nea`,
+// `non`, several with commas between. The point given next is moved to the nearest such place within the aperture.
+//
 // initGet sets rules for the next prompt only. Keywords: words separated by blanks, whose capitals are the shortest
 // abbreviation ("Undo", "LType"); `_Keyword` is taken too. The prompt then gives PromptStatus::Keyword and keyword()
 // holds the whole keyword.
@@ -21,6 +24,7 @@
 
 #include "db/object_id.h"
 #include "db/resbuf.h"
+#include "ed/input.h"
 #include "ge/matrix3d.h"
 
 #include <optional>
@@ -30,8 +34,6 @@
 namespace vndk::host {
 
 class Host;
-struct Answer;
-struct PromptRequest;
 
 /// Values are those of the published interface.
 enum class PromptStatus : int {
@@ -66,6 +68,10 @@ public:
 
     /// Rules for the next prompt: bits of PromptRule, and keywords.
     void initGet(int bits, std::string_view keywords = {});
+    /// The next corner closes a rectangle that chooses what lies in it.
+    void setRectangle(PromptRequest::Rectangle rectangle) { rules_.rectangle = rectangle; }
+    /// Entities that follow the cursor at the next prompt.
+    void setDragged(DraggedPicture picture) { rules_.dragged = std::move(picture); }
     /// The keyword, or with kAnyText the text, that the last prompt got; also the last answer as it was typed.
     const std::string& keyword() const { return keyword_; }
 
@@ -102,6 +108,8 @@ private:
     struct Rules {
         int bits = 0;
         std::string keywords;
+        PromptRequest::Rectangle rectangle = PromptRequest::Rectangle::Plain;
+        std::optional<DraggedPicture> dragged = {};
     };
     enum class AngleFrom { AngBase, XAxis };
 
@@ -112,11 +120,14 @@ private:
     PromptStatus getLength(std::string_view prompt, double& distance, const AcGePoint3d* base);
     bool takeKeyword(std::string_view typed, const Rules& rules);
     bool takePoint(const Answer& answer, AcGePoint3d& point) const;
+    bool takeSnap(const Answer& answer, PromptRequest& request);
+    bool snapTyped(AcGePoint3d& point) const;
     bool takeAngle(const Answer& answer, double& radians, AngleFrom from) const;
     void remember(const AcGePoint3d& point) const;
 
     Host& host_;
     Rules rules_;
+    int snap_ = 0; // modes for the point that is asked for alone
     std::string keyword_;
     PromptStatus lastStatus_ = PromptStatus::Normal;
 };

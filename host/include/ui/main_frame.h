@@ -89,6 +89,7 @@ private:
     void showTitle();
     void step(int tabs);
     void showHelp();
+    void editAttributes(AcDbObjectId entity);
     KeyPlace placeOf(HWND window) const;
     bool giveToLine(MSG& message, KeyPlace place);
 
