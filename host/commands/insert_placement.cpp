@@ -32,6 +32,8 @@ const InsertPlacement::Preset InsertPlacement::kPresets[] = {
 
 /// Shows at the cursor what will be inserted, as far as it is known.
 void InsertPlacement::dragContents() const {
+    if (contents_.isNull())
+        return;
     const AcGeMatrix3d toWorld = ctx_.prompts().ucsToWorld();
     ctx_.prompts().setDragged(
         {{},

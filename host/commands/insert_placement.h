@@ -8,6 +8,8 @@ namespace vndk::host {
 
 class InsertPlacement {
 public:
+    /// Nothing is seen at the cursor.
+    explicit InsertPlacement(CommandContext& ctx) : ctx_(ctx) {}
     /// `contents` is the record that will be seen, its `origin` lying at the insertion point.
     InsertPlacement(CommandContext& ctx, AcDbObjectId contents, const AcGePoint3d& origin)
         : ctx_(ctx), contents_(contents), origin_(origin) {}

@@ -1,17 +1,16 @@
 #include "ui/canvas.h"
 
-#include "db/block_table.h"
-#include "db/open.h"
+#include "ed/coordinates.h"
 #include "ed/host.h"
-#include "ed/pick.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace vndk::host {
 
 namespace {
 
-constexpr double kMargin = 1.04;    // the field is that much larger than what is seen
 constexpr double kWheelStep = 1.25; // closer by that for each notch
 
 } // namespace
@@ -20,11 +19,18 @@ BEGIN_MESSAGE_MAP(Canvas, CWnd)
 ON_WM_PAINT()
 ON_WM_ERASEBKGND()
 ON_WM_SIZE()
+ON_WM_SETCURSOR()
 ON_WM_MOUSEWHEEL()
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDBLCLK()
+ON_WM_RBUTTONDOWN()
 ON_WM_MBUTTONDOWN()
 ON_WM_MBUTTONUP()
 ON_WM_MBUTTONDBLCLK()
 ON_WM_MOUSEMOVE()
+ON_MESSAGE(WM_MOUSELEAVE, &Canvas::OnMouseLeave)
+ON_WM_CAPTURECHANGED()
 ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
@@ -32,127 +38,312 @@ bool Canvas::create(CWnd& parent, UINT id) {
     const LPCSTR className = AfxRegisterWndClass(CS_DBLCLKS, ::LoadCursorA(nullptr, IDC_CROSS));
     if (!Create(className, "", WS_CHILD | WS_VISIBLE, CRect(), &parent, id))
         return false;
-    device_ = acgsGetGsManager()->createAutoCADDevice(m_hWnd);
+    picture_ = std::make_unique<DrawingPicture>();
+    tool_ = std::make_unique<PointerTool>(host_, *picture_);
+    tool_->onAnswer = [this] {
+        if (onAnswer)
+            onAnswer();
+    };
+    watcher_ = std::make_unique<DrawingWatcher>(
+        host_.documents(), [this] { drawingChanged(); }, [this] { follow(); });
+    host_.setDisplay(this);
     return true;
 }
 
 void Canvas::detach() {
-    AcGsManager& manager = *acgsGetGsManager();
-    manager.getGSClassFactory()->deleteView(view_);
-    manager.destroyAutoCADModel(model_);
-    manager.destroyAutoCADDevice(device_);
-    view_ = nullptr;
-    model_ = nullptr;
-    device_ = nullptr;
-    shown_ = nullptr;
-    space_ = {};
+    if (host_.display() == this)
+        host_.setDisplay(nullptr);
+    watcher_.reset();
+    tool_.reset();
+    picture_.reset();
+    overlay_.clear();
 }
 
+// What is shown.
+
 void Canvas::follow() {
-    AcApDocument* const current = host_.documents().curDocument();
-    const AcDbObjectId space = current ? currentSpace(*current->database()) : AcDbObjectId();
-    if (!device_)
+    if (!picture_)
         return;
-    if (space != space_) {
-        AcGsClassFactory& factory = *acgsGetGsManager()->getGSClassFactory();
-        factory.deleteView(view_);
-        view_ = nullptr;
-        if (!model_)
-            model_ = acgsGetGsManager()->createAutoCADModel();
-        if (const AcDbObjectPointer<AcDbBlockTableRecord> record(space); record) {
-            view_ = factory.createView();
-            view_->add(record.object(), model_);
-            device_->add(view_);
-        }
-        shown_ = current;
-        space_ = space;
-        zoomExtents();
-    }
-    if (view_)
-        view_->invalidate();
+    AcApDocument* const former = picture_->document();
+    picture_->show(host_.documents().curDocument());
+    if (picture_->document() != former)
+        tool_->drawingChanged();
+    refreshMarks();
     if (GetSafeHwnd())
         Invalidate(FALSE);
 }
 
-void Canvas::zoomExtents() {
-    AcDbExtents extents;
-    if (!view_ || !model_->visibleExtents(space_, extents))
+/// Painted when nothing else is left to do.
+void Canvas::drawingChanged() {
+    picture_->forgetOutlines();
+    viewChanged();
+}
+
+void Canvas::viewChanged() {
+    if (!picture_)
         return;
-    const AcGePoint3d &low = extents.minPoint(), &high = extents.maxPoint();
-    const AcGePoint3d middle = low + (high - low) * 0.5;
-    const double width = high.x - low.x, height = high.y - low.y;
-    // A line along an axis fills the window by its length; a single point is seen from one unit.
-    const double least = std::max(width, height) > 0 ? std::max(width, height) * 1e-6 : 1;
-    view_->setView(middle + AcGeVector3d::kZAxis, middle, AcGeVector3d::kYAxis, std::max(width, least) * kMargin,
-                   std::max(height, least) * kMargin);
-    Invalidate(FALSE);
+    picture_->invalidate();
+    if (GetSafeHwnd())
+        Invalidate(FALSE);
+}
+
+void Canvas::update() {
+    follow();
+    if (GetSafeHwnd())
+        UpdateWindow();
+}
+
+void Canvas::regenerate() {
+    if (!picture_)
+        return;
+    picture_->model().invalidate();
+    drawingChanged();
+    update();
+}
+
+void Canvas::highlight(std::vector<AcDbObjectId> entities) {
+    if (!tool_)
+        return;
+    tool_->highlight(std::move(entities));
+    refreshMarks();
+}
+
+void Canvas::refreshMarks() {
+    if (picture_->mark(tool_->marked()) && GetSafeHwnd())
+        Invalidate(FALSE);
+}
+
+void Canvas::refreshOverlay() {
+    overlay_.invalidate(*this);
+    overlay_.clear();
+    tool_->draw(overlay_);
+    overlay_.invalidate(*this);
+}
+
+void Canvas::zoomExtents() {
+    if (picture_)
+        picture_->zoomExtents();
 }
 
 AcGePoint3d Canvas::worldAt(CPoint pixel) const {
-    if (!view_)
+    if (!picture_ || !picture_->document())
         return {};
-    const AcGeMatrix3d toDevice = view_->worldToDeviceMatrix();
-    const double depth = (toDevice * view_->target()).z;
+    const AcGeMatrix3d toDevice = picture_->worldToDevice();
+    const double depth = (toDevice * picture_->document()->views().current().center).z;
     return toDevice.inverse() * AcGePoint3d(pixel.x + 0.5, pixel.y + 0.5, depth);
 }
 
+// Prompts.
+
+void Canvas::beginPrompt(const PromptRequest& request) {
+    if (!tool_)
+        return;
+    tool_->begin(request);
+    refreshMarks();
+    refreshOverlay();
+}
+
+void Canvas::endPrompt() {
+    if (!tool_)
+        return;
+    tool_->end();
+    refreshMarks();
+    refreshOverlay();
+}
+
+void Canvas::cancelSelection() {
+    if (!tool_)
+        return;
+    tool_->cancel();
+    refreshMarks();
+    refreshOverlay();
+}
+
+// Painting.
+
 void Canvas::OnPaint() {
     CPaintDC dc(this);
-    if (view_) {
-        view_->update();
+    const CRect part(dc.m_ps.rcPaint);
+    if (!picture_ || !picture_->document()) {
+        dc.FillSolidRect(part, ::GetSysColor(COLOR_APPWORKSPACE));
         return;
     }
-    CRect client;
-    GetClientRect(client);
-    dc.FillSolidRect(client, ::GetSysColor(COLOR_APPWORKSPACE));
+    if (picture_->refresh()) {
+        // The mouse may point at something else now.
+        overlay_.clear();
+        tool_->pictureChanged();
+        tool_->draw(overlay_);
+        overlay_.invalidate(*this);
+        // What waited until it could be drawn is due everywhere.
+        if (part.Width() < picture_->width() || part.Height() < picture_->height())
+            Invalidate(FALSE);
+    }
+    paintPicture(dc, part);
+    Overlay axes;
+    drawAxes(axes);
+    axes.paint(dc);
+    overlay_.paint(dc);
+}
+
+void Canvas::paintPicture(CDC& dc, const CRect& part) const {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = picture_->width();
+    info.bmiHeader.biHeight = -picture_->height(); // top row first
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    ::SetDIBitsToDevice(dc, part.left, part.top, static_cast<DWORD>(part.Width()), static_cast<DWORD>(part.Height()),
+                        part.left, part.top, 0, static_cast<UINT>(picture_->height()), picture_->pixels(), &info,
+                        DIB_RGB_COLORS);
+}
+
+/// The axes of the UCS in the lower left corner, as long as they are seen.
+void Canvas::drawAxes(Overlay& overlay) const {
+    constexpr double kLength = 36;
+    const AcGeMatrix3d toView =
+        worldToView(picture_->document()->views().current()) * ucsToWorld(*picture_->document()->database());
+    const CPoint origin(20, picture_->height() - 20);
+    const COLORREF ink = picture_->background() == RGB(0, 0, 0) ? RGB(192, 192, 192) : RGB(64, 64, 64);
+    const auto axis = [&](const AcGeVector3d& way, const char* name) {
+        const CPoint end(origin.x + static_cast<int>(std::lround(way.x * kLength)),
+                         origin.y - static_cast<int>(std::lround(way.y * kLength)));
+        overlay.line(origin, end, ink);
+        if (std::hypot(way.x, way.y) > 0.3)
+            overlay.letter({end.x + static_cast<int>(way.x * 8), end.y - static_cast<int>(way.y * 8)}, name, ink);
+    };
+    axis(toView.xAxis(), "X");
+    axis(toView.yAxis(), "Y");
+    overlay.frame({origin.x - 3, origin.y - 3, origin.x + 3, origin.y + 3}, ink);
 }
 
 BOOL Canvas::OnEraseBkgnd(CDC*) { return TRUE; }
 
 void Canvas::OnSize(UINT type, int width, int height) {
     CWnd::OnSize(type, width, height);
-    if (device_)
-        device_->onSize(width, height);
+    if (!picture_ || width <= 0 || height <= 0)
+        return;
+    picture_->resize(width, height);
+    Invalidate(FALSE);
 }
 
-void Canvas::moveBy(CPoint from, CPoint to) {
-    const AcGeMatrix3d viewing = view_->viewingMatrix();
-    view_->dolly(viewing * worldAt(from) - viewing * worldAt(to));
-    Invalidate(FALSE);
+/// The cross-hair is the cursor.
+BOOL Canvas::OnSetCursor(CWnd* window, UINT hitTest, UINT message) {
+    if (hitTest != HTCLIENT || !picture_ || !picture_->document())
+        return CWnd::OnSetCursor(window, hitTest, message);
+    ::SetCursor(panning_ ? ::LoadCursorA(nullptr, IDC_HAND) : nullptr);
+    return TRUE;
+}
+
+// The view by mouse.
+
+void Canvas::moveView(const AcGeVector3d& offset) {
+    DrawingViews::View view = picture_->document()->views().current();
+    view.center = view.center + offset;
+    picture_->document()->views().show(view);
 }
 
 BOOL Canvas::OnMouseWheel(UINT, short delta, CPoint screen) {
-    if (!view_)
+    if (!view())
         return FALSE;
     ScreenToClient(&screen);
-    const AcGeMatrix3d viewing = view_->viewingMatrix();
-    const AcGePoint3d before = viewing * worldAt(screen);
-    view_->zoom(delta > 0 ? kWheelStep : 1 / kWheelStep);
-    view_->dolly(before - viewing * worldAt(screen));
-    Invalidate(FALSE);
+    DrawingViews& views = picture_->document()->views();
+    const AcGePoint3d before = worldAt(screen);
+    DrawingViews::View next = views.current();
+    next.height *= std::pow(kWheelStep, -delta / static_cast<double>(WHEEL_DELTA));
+    // One turning of the wheel is one view to go back to.
+    std::exchange(wheeling_, true) ? views.show(next) : views.goTo(next);
+    moveView(before - worldAt(screen));
     return TRUE;
 }
 
 void Canvas::OnMButtonDown(UINT, CPoint point) {
-    panning_ = view_ != nullptr;
+    if (!view())
+        return;
+    picture_->document()->views().goTo(picture_->document()->views().current());
+    panning_ = true;
+    wheeling_ = false;
     lastPoint_ = point;
+    picture_->view()->setInteractive(true);
     SetCapture();
+    ::SetCursor(::LoadCursorA(nullptr, IDC_HAND));
 }
 
 void Canvas::OnMButtonUp(UINT, CPoint) {
-    panning_ = false;
-    ::ReleaseCapture();
+    if (panning_)
+        ::ReleaseCapture();
+}
+
+void Canvas::OnCaptureChanged(CWnd*) {
+    if (!std::exchange(panning_, false) || !view())
+        return;
+    view()->setInteractive(false);
+    viewChanged();
+    ::SetCursor(nullptr);
 }
 
 void Canvas::OnMButtonDblClk(UINT, CPoint) { zoomExtents(); }
 
+// The mouse that points.
+
 void Canvas::OnMouseMove(UINT flags, CPoint point) {
-    if (view_ && onCursor)
-        onCursor(worldAt(point));
-    if (panning_ && view_ && (flags & MK_MBUTTON)) {
-        moveBy(lastPoint_, point);
+    if (!view())
+        return;
+    if (panning_ && (flags & MK_MBUTTON)) {
+        moveView(worldAt(lastPoint_) - worldAt(point));
         lastPoint_ = point;
     }
+    TRACKMOUSEEVENT track{sizeof track, TME_LEAVE, m_hWnd, 0};
+    ::TrackMouseEvent(&track);
+    tool_->moveTo(point);
+    refreshMarks();
+    refreshOverlay();
+    if (onCursor)
+        onCursor(tool_->place());
+}
+
+LRESULT Canvas::OnMouseLeave(WPARAM, LPARAM) {
+    if (!tool_)
+        return 0;
+    tool_->leave();
+    refreshMarks();
+    refreshOverlay();
+    return 0;
+}
+
+void Canvas::OnLButtonDown(UINT flags, CPoint point) {
+    if (!view())
+        return;
+    wheeling_ = false;
+    tool_->press(point, (flags & MK_SHIFT) != 0);
+    if (!tool_)
+        return;
+    refreshMarks();
+    refreshOverlay();
+}
+
+void Canvas::OnLButtonUp(UINT flags, CPoint point) {
+    if (!view())
+        return;
+    tool_->release(point, (flags & MK_SHIFT) != 0);
+    if (!tool_)
+        return;
+    refreshMarks();
+    refreshOverlay();
+}
+
+/// While something is asked it is a second click.
+void Canvas::OnLButtonDblClk(UINT flags, CPoint point) {
+    const AcDbObjectId id = view() ? tool_->entityToOpen(point) : AcDbObjectId();
+    if (!id.isNull() && onOpenEntity)
+        onOpenEntity(id);
+    else
+        OnLButtonDown(flags, point);
+}
+
+void Canvas::OnRButtonDown(UINT, CPoint) {
+    if (onEnter)
+        onEnter();
 }
 
 void Canvas::OnDestroy() {

@@ -107,6 +107,12 @@ void MainFrame::connect() {
     tabs_->onClose = [this] { type("_CLOSE\n"); };
     statusLine_->onSpace = [this](bool model) { type(model ? "TILEMODE\n1\n" : "TILEMODE\n0\n"); };
     sash_->onDrag = [this](int down) { resizeCommandWindow(down); };
+    canvas_->onAnswer = [this] { runInput(); };
+    canvas_->onEnter = [this] {
+        host_.commandLine().input().feed("\n");
+        runInput();
+    };
+    canvas_->onOpenEntity = [this](AcDbObjectId entity) { editAttributes(entity); };
     canvas_->onCursor = [this](const AcGePoint3d& world) { statusLine_->showCursor(world); };
 }
 

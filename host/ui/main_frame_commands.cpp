@@ -1,4 +1,6 @@
 // The frame's menu and its keys.
+#include "db/block_reference.h"
+#include "db/open.h"
 #include "ui/canvas.h"
 #include "ui/command_window.h"
 #include "ui/document_tabs.h"
@@ -162,7 +164,22 @@ bool MainFrame::giveToLine(MSG& message, KeyPlace place) {
     return commandWindow_->PreTranslateMessage(&message) != FALSE;
 }
 
+/// A block with attributes is opened by a double click; other entities have nothing to be opened for.
+void MainFrame::editAttributes(AcDbObjectId entity) {
+    const AcDbObjectPointer<AcDbBlockReference> reference(entity);
+    if (!reference || reference->attributes().empty() || isBusy())
+        return;
+    host_.commandLine().input().send("_EATTEDIT\n");
+    host_.commandLine().input().pick(lisp::Value::ename(static_cast<std::uint64_t>(entity.asOldId())));
+    host_.wake();
+}
+
 BOOL MainFrame::PreTranslateMessage(MSG* message) {
+    // The wheel is for the drawing under the mouse, whatever has the focus.
+    if (message->message == WM_MOUSEWHEEL && ::WindowFromPoint(message->pt) == canvas_->m_hWnd) {
+        canvas_->SendMessage(WM_MOUSEWHEEL, message->wParam, message->lParam);
+        return TRUE;
+    }
     if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST || IsWindowEnabled() == FALSE)
         return CFrameWnd::PreTranslateMessage(message);
     const KeyPlace place = placeOf(message->hwnd);
@@ -170,6 +187,7 @@ BOOL MainFrame::PreTranslateMessage(MSG* message) {
         return CFrameWnd::PreTranslateMessage(message);
     if (message->message == WM_KEYDOWN && message->wParam == VK_ESCAPE && place != KeyPlace::Edit) {
         commandWindow_->clearLine();
+        canvas_->cancelSelection();
         host_.commandLine().input().feed(std::string(1, InputQueue::kCancel) + "\n");
         runInput();
         return TRUE;

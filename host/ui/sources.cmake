@@ -9,13 +9,18 @@ set(UI_SOURCES
   ui/command_edit.cpp
   ui/command_window.cpp
   ui/document_tabs.cpp
+  ui/drawing_picture.cpp
+  ui/drawing_watcher.cpp
   ui/edge_strip.cpp
   ui/line_weight_combo_box.cpp
   ui/main_frame.cpp
   ui/main_frame_commands.cpp
   ui/menu_commands.cpp
+  ui/overlay.cpp
+  ui/pointer_tool.cpp
   ui/recent_colors.cpp
   ui/sash.cpp
+  ui/sheet_paper.cpp
   ui/status_line.cpp
   ui/text_window.cpp
   ui/window_prompts.cpp)

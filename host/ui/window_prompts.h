@@ -1,4 +1,7 @@
 // Prompts that wait for the user of the main window, while the windows live on.
+//
+// Prompts nest: what is clicked while one waits may ask again, in the middle of a command or outside of any. The
+// innermost one takes what is entered.
 #pragma once
 
 #include "ed/input.h"
@@ -20,6 +23,7 @@ private:
     Host& host_;
     MainFrame& frame_;
     int waiting_ = 0;
+    size_t ended_ = 0; // prompts that have waited
 };
 
 } // namespace vndk::host
