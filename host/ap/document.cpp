@@ -8,6 +8,7 @@
 #include "ed/display.h"
 #include "ed/host.h"
 #include "lisp/interpreter.h"
+#include "mfc/module_state.h"
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
 
@@ -348,7 +349,14 @@ void AcApDocManager::closeAll() {
     releaseClosed();
 }
 
+void AcApDocManager::pushResourceHandle(void* instance) {
+    resourceHandles_.push_back(AfxGetResourceHandle());
+    AfxSetResourceHandle(static_cast<HINSTANCE>(instance));
+}
+
 void AcApDocManager::popResourceHandle() {
-    if (!resourceHandles_.empty())
-        resourceHandles_.pop_back();
+    if (resourceHandles_.empty())
+        return;
+    AfxSetResourceHandle(static_cast<HINSTANCE>(resourceHandles_.back()));
+    resourceHandles_.pop_back();
 }

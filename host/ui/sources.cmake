@@ -1,6 +1,8 @@
 # The host's windows, and the dialogs and controls that it lends to modules. Paths are relative to host.
 set(UI_SOURCES
   ui/acui_combo_box.cpp
+  ui/adui_dock_control_bar.cpp
+  ui/adui_dock_gripper.cpp
   ui/canvas.cpp
   ui/color_combo_box.cpp
   ui/color_dialog.cpp
@@ -8,6 +10,7 @@ set(UI_SOURCES
   ui/color_names.cpp
   ui/command_edit.cpp
   ui/command_window.cpp
+  ui/dock_place.cpp
   ui/document_tabs.cpp
   ui/drawing_picture.cpp
   ui/drawing_watcher.cpp

@@ -171,10 +171,9 @@ public:
     /// After SAVEAS: the drawing now has that file, a full name in the DOS form, and locks it.
     void renameDocument(AcApDocument& document, std::string fileName);
 
-    /// The module whose resources dialogs come from; pushes and pops are in pairs.
-    void pushResourceHandle(void* instance) { resourceHandles_.push_back(instance); }
+    /// The module (an HINSTANCE) whose resources are looked through first; pushes and pops are in pairs.
+    void pushResourceHandle(void* instance);
     void popResourceHandle();
-    void* resourceHandle() const { return resourceHandles_.empty() ? nullptr : resourceHandles_.back(); }
 
     // For the host.
     /// Hands what is queued for the current document to its command line.
@@ -207,7 +206,7 @@ private:
     std::vector<std::unique_ptr<AcApDocument>> closed_;
     AcApDocument* current_ = nullptr;
     std::vector<Sent> sent_;
-    std::vector<void*> resourceHandles_;
+    std::vector<void*> resourceHandles_; // those that were in force before each push
     AcDbReactorList<AcApDocManagerReactor> reactors_;
     std::string lastError_;
     int newCount_ = 0;
