@@ -331,7 +331,6 @@ LRESULT ListView::handleWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
     case WM_GETFONT:
         return reinterpret_cast<LRESULT>(measure_.font());
     case WM_SETREDRAW:
-        static_cast<void>(defaultHandling(message, wParam, lParam));
         onSetRedraw(wParam != 0);
         return 0;
     case WM_STYLECHANGING:
@@ -454,10 +453,13 @@ void ListView::onSetFont(HFONT font, bool redraw) {
         invalidate();
 }
 
+/// Unlike other windows a list view stays as visible, or as hidden, as it was.
 void ListView::onSetRedraw(bool redraw) {
     redraw_ = redraw;
-    if (redraw)
-        updateScrollBars();
+    if (!redraw)
+        return;
+    updateScrollBars();
+    invalidate();
 }
 
 void ListView::onStyleChanging(STYLESTRUCT* styles) const {

@@ -260,6 +260,8 @@ private:
     [[nodiscard]] ItemLook lookOf(int index);
     /// Takes in more than the item where the exact place depends on texts that only the parent knows.
     [[nodiscard]] RECT roughBounds(int index) const;
+    /// Nothing while redrawing is off.
+    void invalidate(const RECT* rect = nullptr, bool erase = true) const;
     void invalidateItem(int index) const;
     void invalidateFrom(int index) const;
     void invalidateList() const;

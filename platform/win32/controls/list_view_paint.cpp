@@ -30,7 +30,14 @@ bool touches(const RECT& a, const RECT& b) {
 
 // ---- Ground --------------------------------------------------------------------------------------------------------
 
+void ListView::invalidate(const RECT* rect, bool erase) const {
+    if (redraw_)
+        Control::invalidate(rect, erase);
+}
+
 LRESULT ListView::onEraseBackground(HDC dc) {
+    if (!redraw_)
+        return 1;
     if (background_ == CLR_NONE) {
         // The parent paints in its own coordinates.
         POINT origin{0, 0};
@@ -56,7 +63,7 @@ void ListView::onPaint(HDC given) {
                 SetScrollPos(window(), which, bars_[which].position, TRUE);
     }
     const PaintSession session(window(), given);
-    if (session.dc() != nullptr && IsRectEmpty(&session.area()) == FALSE)
+    if ((redraw_ || given != nullptr) && session.dc() != nullptr && IsRectEmpty(&session.area()) == FALSE)
         drawAll(session.dc(), session.area());
 }
 

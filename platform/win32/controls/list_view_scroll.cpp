@@ -181,6 +181,8 @@ void ListView::moveContent(int dx, int dy) {
         invalidateList();
         return;
     }
+    if (!redraw_)
+        return;
     const RECT area = listArea();
     ScrollWindowEx(window(), dx, dy, &area, &area, nullptr, nullptr, SW_INVALIDATE | SW_ERASE);
 }

@@ -229,5 +229,24 @@ TEST_F(ListViewPaintTest, ScrollingPaintsOnlyWhatComesIn) {
     EXPECT_GE(drawn.size(), 1U);
 }
 
+TEST_F(ListViewPaintTest, RedrawingIsSwitchedOffWithoutHidingOrShowing) {
+    makeReport();
+    const std::uint32_t ground = at(5, 25);
+    send(WM_SETREDRAW, FALSE);
+    EXPECT_TRUE(IsWindowVisible(list));
+    send(LVM_SETBKCOLOR, 0, RGB(1, 2, 3));
+    fill(3);
+    InvalidateRect(list, nullptr, TRUE);
+    settle();
+    EXPECT_EQ(at(5, 140), ground);
+    send(WM_SETREDRAW, TRUE);
+    settle();
+    EXPECT_EQ(at(5, 140), rgbOf(RGB(1, 2, 3)));
+    ShowWindow(list, SW_HIDE);
+    send(WM_SETREDRAW, FALSE);
+    send(WM_SETREDRAW, TRUE);
+    EXPECT_FALSE(IsWindowVisible(list)) << "a hidden list stays hidden";
+}
+
 } // namespace
 } // namespace vndk::test
