@@ -6,7 +6,7 @@
 #include "controls/getting_started_dlg.h"
 #include "ed/command_stack.h"
 #include "frame/module.h"
-#include "frame/unavailable.h"
+#include "palette/resizable_docking_dialog.h"
 #include "resources/resource.h"
 #include "rx/registry.h"
 
@@ -25,7 +25,7 @@ struct CommandRow {
 };
 
 const CommandRow g_commandTable[] = {
-    {"BLOCKS", kPalette, TellNoPalette},
+    {"BLOCKS", kPalette, ShowPalette},
     {"DDATTE2", kDialog, EditAttributes},
     {"DDATTE", kDialog, EditAttributes},
     {"EATTEDIT", kEditor, EditAttributesEnhanced},

@@ -4,6 +4,7 @@
 #include "frame/commands.h"
 #include "frame/doc_data.h"
 #include "frame/functions.h"
+#include "frame/palette_bar.h"
 #include "rx/app_codes.h"
 #include "rx/registry.h"
 
@@ -36,6 +37,7 @@ void InitApp(void* pkt) {
 void UnloadApp() {
     DocDataManager().docData().DetachWatcher();
     UnregisterCommands();
+    DestroyPaletteBar();
 }
 
 } // namespace

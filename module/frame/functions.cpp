@@ -2,7 +2,6 @@
 
 #include "ads/ads.h"
 #include "attributes/edit_attribute_dlg.h"
-#include "frame/unavailable.h"
 #include "insertion/insert_block.h"
 #include "insertion/insert_file.h"
 

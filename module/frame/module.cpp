@@ -2,6 +2,7 @@
 
 #include "ads/ads.h"
 #include "ed/dynamic_linker.h"
+#include "frame/palette_bar.h"
 #include "frame/palette_editor_reactor.h"
 #include "rx/registry.h"
 
@@ -53,6 +54,7 @@ void AttachModule(HINSTANCE hInstance) {
 
 void DetachModule() {
     TermExtensionModule();
+    DestroyPaletteBar();
     if (AcEditor* pEditor = Editor())
         pEditor->removeReactor(g_pEditorReactor);
     delete g_pEditorReactor;
@@ -63,6 +65,8 @@ void DetachModule() {
 } // namespace
 
 HINSTANCE ModuleInstance() { return g_hInstance; }
+
+HINSTANCE ModuleResourceHandle() { return g_module.hModuleResource; }
 
 CPaletteEditorReactor* EditorReactor() { return g_pEditorReactor; }
 

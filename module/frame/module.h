@@ -7,6 +7,8 @@ class CPaletteEditorReactor;
 
 /// The library's own handle, known from process attach on.
 HINSTANCE ModuleInstance();
+/// Where the module's resources are; null when it couldn't become an extension of the framework.
+HINSTANCE ModuleResourceHandle();
 
 /// The one editor reactor; it lives from process attach to process detach.
 CPaletteEditorReactor* EditorReactor();

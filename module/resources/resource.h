@@ -23,9 +23,6 @@
 #define IDS_NOT_A_BLOCK_NAME 904
 #define IDS_HOLDS_OWN_NAME 905
 
-// What isn't part of the module yet.
-#define IDS_NO_PALETTE_YET 951
-
 // Dialogs. A page's controls may have the numbers of other dialogs' controls.
 #define IDD_ENHANCED_ATTRIBUTES 262
 #define IDD_GETTING_STARTED 266

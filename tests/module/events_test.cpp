@@ -5,6 +5,7 @@
 #include "db/id_mapping.h"
 #include "ed/host.h"
 #include "frame/doc_data.h"
+#include "frame/palette_bar.h"
 #include "frame/palette_doc_reactor.h"
 #include "frame/palette_editor_reactor.h"
 #include "frame/palette_views.h"
@@ -14,6 +15,9 @@
 #include <functional>
 #include <string>
 #include <utility>
+
+/// The library's entry, which isn't called here, ends the palette.
+void DestroyPaletteBar() {}
 
 namespace {
 
