@@ -141,8 +141,9 @@ BOOL CControlBar::PreTranslateMessage(MSG* message) {
 }
 
 LRESULT CControlBar::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
-    CWnd* const owner = GetOwner();
-    if ((message != WM_COMMAND && message != WM_NOTIFY) || owner == nullptr)
+    const bool fromBelow = message == WM_COMMAND || message == WM_NOTIFY;
+    CWnd* const owner = fromBelow ? GetOwner() : nullptr;
+    if (owner == nullptr)
         return CWnd::WindowProc(message, wParam, lParam);
     // What a bar doesn't handle is its owner's.
     LRESULT result = 0;

@@ -170,7 +170,10 @@ bool ImageList::reserve(int capacity) {
 RECT ImageList::placeOf(int index) const { return {0, index * height_, width_, (index + 1) * height_}; }
 
 bool ImageList::setCount(int count) {
-    if (count > capacity_ && !reserve(count + grow_))
+    // Many images that come one by one mustn't be copied each time.
+    constexpr int few = 64;
+    const int more = count > few ? std::max(grow_, count / 2) : grow_;
+    if (count > capacity_ && !reserve(count + more) && !reserve(count + grow_))
         return false;
     if (count > count_) {
         fillRows(bitmapBehind(image_).surface(), count_ * height_, (count - count_) * height_);
