@@ -105,14 +105,14 @@ int CBlockIconList::GetBlockIcon(AcDbBlockTableRecord* record) {
     AcDbBlockTableRecord::PreviewIcon icon;
     if (record->getPreviewIcon(icon) != Acad::eOk || !IsWholeDib(icon.data(), icon.size()))
         return kStockIcon;
-    int nImage = kStockIcon;
+    int nImage = -1;
     const HGLOBAL hDib = CopyDibToGlobal(reinterpret_cast<const BITMAPINFOHEADER*>(icon.data()));
     if (const HBITMAP hBitmap = DibToBitmap(hDib)) {
         nImage = ::ImageList_AddMasked(*m_pImageList, hBitmap, kMaskColor);
         ::DeleteObject(hBitmap);
     }
     ::GlobalFree(hDib);
-    return nImage;
+    return nImage < 0 ? kStockIcon : nImage;
 }
 
 BOOL CBlockIconList::PreTranslateMessage(MSG* pMsg) {
