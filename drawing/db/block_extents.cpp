@@ -4,6 +4,7 @@
 #include "db/open.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace vndk::db {
@@ -24,9 +25,7 @@ bool mayMeasure(AcDbObjectId block) {
     return measuring.size() <= kDeepest && std::find(measuring.begin(), measuring.end(), block) == measuring.end();
 }
 
-} // namespace
-
-AcDbExtents blockExtents(AcDbObjectId block) {
+AcDbExtents measure(AcDbObjectId block) {
     AcDbExtents all;
     const AcDbObjectPointer<AcDbBlockTableRecord> named(block);
     if (!named || !mayMeasure(block))
@@ -45,6 +44,22 @@ AcDbExtents blockExtents(AcDbObjectId block) {
     if (!all.isEmpty())
         all.transformBy(AcGeMatrix3d::translation(AcGePoint3d::kOrigin - shown.base));
     return all;
+}
+
+thread_local BlockExtentsMemory* memory = nullptr;
+
+} // namespace
+
+BlockExtentsMemory::BlockExtentsMemory() : former_(std::exchange(memory, this)) {}
+
+BlockExtentsMemory::~BlockExtentsMemory() { memory = former_; }
+
+AcDbExtents blockExtents(AcDbObjectId block) {
+    // A block within itself is measured anew: what it is then isn't what it is elsewhere.
+    if (!memory || !measuring.empty())
+        return measure(block);
+    const auto found = memory->known_.find(block);
+    return found != memory->known_.end() ? found->second : memory->known_.emplace(block, measure(block)).first->second;
 }
 
 } // namespace vndk::db

@@ -32,6 +32,7 @@ set(ENTITY_SOURCES
   db/raster_image.cpp
   db/shape.cpp
   db/solids.cpp
+  db/space_extents.cpp
   db/subentities.cpp
   db/text.cpp
   db/tied_entities.cpp

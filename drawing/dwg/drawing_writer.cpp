@@ -3,6 +3,7 @@
 #include "db/block_ends.h"
 #include "db/block_reference.h"
 #include "db/polylines.h"
+#include "db/space_extents.h"
 #include "db/stand_in.h"
 #include "db/stub.h"
 #include "dwg/dates.h"
@@ -325,12 +326,23 @@ private:
 
     // Bytes
 
-    HeaderVariables headerToWrite() const {
+    HeaderVariables headerToWrite() {
         HeaderVariables header = database_.header();
         header.HANDSEED = database_.handseed().value();
         if (database_.isDirty())
             header.TDUPDATE = currentTime();
+        growExtents(database_.modelSpaceId(), header.EXTMIN, header.EXTMAX);
+        growExtents(database_.paperSpaceId(), header.PEXTMIN, header.PEXTMAX);
         return header;
+    }
+
+    void growExtents(AcDbObjectId space, Point3& least, Point3& most) {
+        const AcDbExtents grown =
+            acdbGrownExtents(database_, space, AcDbExtents({least.x, least.y, least.z}, {most.x, most.y, most.z}));
+        if (grown.isEmpty())
+            return;
+        least = {grown.minPoint().x, grown.minPoint().y, grown.minPoint().z};
+        most = {grown.maxPoint().x, grown.maxPoint().y, grown.maxPoint().z};
     }
 
     void takeObjects(FileParts& parts) {

@@ -92,6 +92,8 @@ inline DrawingDigest digestOf(AcDbDatabase& database) {
     dwg::HeaderVariables header = database.header();
     header.HANDSEED = 0;
     header.TDUPDATE = {};
+    // A save tells them anew, and they never shrink.
+    header.EXTMIN = header.EXTMAX = header.PEXTMIN = header.PEXTMAX = {};
     dwg::BitWriter writer;
     dwg::writeHeaderVariables(writer, dwg::Version::R15, header);
     digest[0].assign(writer.data().begin(), writer.data().end());

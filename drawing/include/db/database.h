@@ -110,6 +110,9 @@ public:
         headerChanged(name);
     }
     bool tilemode() const { return header_.TILEMODE; }
+    /// The box around model space as it was last told; a box of nothing has its corners the wrong way round.
+    AcGePoint3d extmin() const { return {header_.EXTMIN.x, header_.EXTMIN.y, header_.EXTMIN.z}; }
+    AcGePoint3d extmax() const { return {header_.EXTMAX.x, header_.EXTMAX.y, header_.EXTMAX.z}; }
     AcGePoint3d insbase() const;
     Acad::ErrorStatus setInsbase(const AcGePoint3d& base);
     AcDbObjectId clayer() const { return idOf(header_.CLAYER); }
