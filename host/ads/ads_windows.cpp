@@ -23,4 +23,11 @@ CWinApp* acedGetAcadWinApp() {
     return application;
 }
 
+BOOL acedGetCurrentColors(AcColorSettings* colors) {
+    if (!colors)
+        return FALSE;
+    colors->dwGfxModelBkColor = RGB(0, 0, 0); // what a device begins with
+    return TRUE;
+}
+
 void InitAcUiDLL() {}

@@ -4,6 +4,8 @@
 #include "gs/graphics_model.h"
 #include "gs/graphics_view.h"
 
+#include <utility>
+
 namespace vndk::gs {
 
 namespace {
@@ -37,7 +39,11 @@ private:
 
 } // namespace vndk::gs
 
+static AcGsManager* g_replacement;
+
 AcGsManager* acgsGetGsManager(void* /*view*/) {
     static vndk::gs::Manager manager;
-    return &manager;
+    return g_replacement ? g_replacement : &manager;
 }
+
+AcGsManager* acgsSetGsManager(AcGsManager* manager) { return std::exchange(g_replacement, manager); }

@@ -9,6 +9,7 @@ public:
 
     AcGePoint3d startPoint() const { return start_; }
     AcGePoint3d endPoint() const { return end_; }
+    AcGePoint3d midPoint() const { return start_ + (end_ - start_) * 0.5; }
     double length() const { return start_.distanceTo(end_); }
     /// The point of the segment nearest to p (an end point if p lies beyond it).
     AcGePoint3d closestPointTo(const AcGePoint3d& p) const;

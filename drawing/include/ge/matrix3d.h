@@ -33,6 +33,13 @@ public:
     /// The matrix whose columns are the given axes and origin: takes (x, y, z) to origin + x X + y Y + z Z.
     static AcGeMatrix3d coordSystem(const AcGePoint3d& origin, const AcGeVector3d& x, const AcGeVector3d& y,
                                     const AcGeVector3d& z);
+    /// Takes the first coordinate system to the second: its origin to the other's origin, its axes to the other's axes.
+    /// REQUIRES: the axes of the first one span space.
+    static AcGeMatrix3d alignCoordSys(const AcGePoint3d& fromOrigin, const AcGeVector3d& fromX,
+                                      const AcGeVector3d& fromY, const AcGeVector3d& fromZ, const AcGePoint3d& toOrigin,
+                                      const AcGeVector3d& toX, const AcGeVector3d& toY, const AcGeVector3d& toZ) {
+        return coordSystem(toOrigin, toX, toY, toZ) * coordSystem(fromOrigin, fromX, fromY, fromZ).inverse();
+    }
     /// From the object coordinate system of a planar entity with that normal to world coordinates
     /// (arbitrary axis rule: the X axis is Y x N near the world Z axis, else Z x N).
     static AcGeMatrix3d planeToWorld(const AcGeVector3d& normal);

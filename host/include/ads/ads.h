@@ -115,6 +115,19 @@ int acdbAngToS(ads_real radians, int unit, int precision, char* text);
 int acdbDisToF(const char* text, int unit, ads_real* value);
 int acdbAngToF(const char* text, int unit, ads_real* radians);
 
+// Files.
+/// The full name, in the DOS form, of a file that lies in the working folder, the current drawing's or among the
+/// support files, or where `name` says. `result` takes 511 characters and the closing zero. RTERROR: there is none, or
+/// its name can't be told.
+int acedFindFile(const char* name, char* result);
+
+/// The colours of the drawing windows.
+struct AcColorSettings {
+    DWORD dwGfxModelBkColor; ///< background of model space
+};
+/// FALSE for a null pointer.
+BOOL acedGetCurrentColors(AcColorSettings* colors);
+
 // Windows. Null as long as the host runs without one.
 HWND adsw_acadMainWnd();
 CFrameWnd* acedGetAcadFrame();

@@ -39,3 +39,6 @@ protected:
 
 /// The manager, never null; the argument is null.
 AcGsManager* acgsGetGsManager(void* view = nullptr);
+/// Puts another manager in its place, which stays the caller's; null brings back the system's own. The former one, null
+/// for the own. What a manager has made is given back to that manager.
+AcGsManager* acgsSetGsManager(AcGsManager* manager);
