@@ -35,7 +35,8 @@ bool isFile(const std::string& path);
 std::string joined(const std::string& folder, const std::string& name);
 /// The folder above; a root's own is itself.
 std::string folderAbove(const std::string& folder);
-/// What was typed, of either form, in full, counted from `folder` (empty: the working folder). Nothing when it can't be a path.
+/// What was typed, of either form, in full, counted from `folder` (empty: the working folder). Nothing when it can't be
+/// a path.
 std::optional<std::string> fullPath(const std::string& folder, const std::string& typed);
 /// Makes "New Folder", or "New Folder (2)" and so on; its name, empty when none can be made.
 std::string makeNewFolder(const std::string& folder);
