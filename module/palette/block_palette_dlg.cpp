@@ -5,6 +5,7 @@
 #include "frame/module.h"
 #include "objects/library.h"
 #include "palette/host_helpers.h"
+#include "previews/preview_dlg.h"
 #include "resources/resource.h"
 
 namespace {
@@ -41,6 +42,7 @@ ON_NOTIFY(NM_CLICK, IDC_GRIPS, &CBlockPaletteDlg::OnClickGripList)
 ON_NOTIFY(NM_DBLCLK, IDC_GRIPS, &CBlockPaletteDlg::OnDblclkGripList)
 ON_NOTIFY(NM_DBLCLK, IDC_BLOCKS, &CBlockPaletteDlg::OnDblclkBlockList)
 ON_WM_SIZE()
+ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
 CBlockPaletteDlg::CBlockPaletteDlg(CWnd* pParent) : CDialog(IDD_BLOCK_PALETTE, pParent) {}
@@ -199,4 +201,52 @@ void CBlockPaletteDlg::OnUpOneLevel() {
     m_comboFolders.SelectPath(m_listDwgs.m_strDirectory);
 }
 
-void CBlockPaletteDlg::OnPreview() {}
+// The preview.
+
+void CBlockPaletteDlg::OnPreview() {
+    if (m_pPreviewDlg)
+        return;
+    CPreviewDlg* pDlg = m_tabs.GetCurSel() == kPageDwgs ? NewDrawingPreview() : NewBlockPreview();
+    if (!pDlg)
+        return;
+    m_pPreviewDlg = pDlg;
+    const HWND hPalette = m_hWnd;
+    pDlg->DoModal();
+    delete pDlg;
+    // The palette can go while its preview runs.
+    if (::IsWindow(hPalette))
+        m_pPreviewDlg = nullptr;
+}
+
+/// Ends the preview's run, after which it is deleted.
+void CBlockPaletteDlg::OnDestroy() {
+    if (m_pPreviewDlg) {
+        m_pPreviewDlg->EndDialog(IDCANCEL);
+        m_pPreviewDlg = nullptr;
+    }
+    CDialog::OnDestroy();
+}
+
+CPreviewDlg* CBlockPaletteDlg::NewDrawingPreview() {
+    const int nRow = m_listDwgs.GetCurSel();
+    m_listDwgs.m_nHitIndex = static_cast<short>(nRow);
+    CString strText;
+    m_listDwgs.GetText(nRow, strText);
+    if (strText.IsEmpty())
+        return nullptr;
+    auto* pDlg = new CPreviewDlg(this);
+    pDlg->m_pOwnerDlg = this;
+    pDlg->SetDrawing(strText, m_listDwgs.m_strDirectory + "\\" + strText);
+    return pDlg;
+}
+
+CPreviewDlg* CBlockPaletteDlg::NewBlockPreview() {
+    const int nRow = m_listBlocks.GetNextItem(-1, LVNI_SELECTED);
+    const CString strName = nRow == -1 ? CString() : m_listBlocks.GetItemText(nRow, 0);
+    if (strName.IsEmpty())
+        return nullptr;
+    auto* pDlg = new CPreviewDlg(this);
+    pDlg->m_pOwnerDlg = this;
+    pDlg->SetBlock(strName);
+    return pDlg;
+}

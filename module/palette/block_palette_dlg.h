@@ -9,6 +9,8 @@
 #include "palette/dwg_list_box.h"
 #include "palette/tree_combo_box.h"
 
+class CPreviewDlg;
+
 class CBlockPaletteDlg : public CDialog, public CPaletteView {
 public:
     explicit CBlockPaletteDlg(CWnd* pParent = nullptr);
@@ -16,6 +18,7 @@ public:
 
     void SelectTab(int nTab) override;
     void ShowActivePage() override;
+    /// Shows the selected drawing or block in a window of its own, one at a time, and returns when that has closed.
     void OnPreview();
 
     CFlatIconButton m_btnUpLevel;
@@ -25,7 +28,8 @@ public:
     CDwgListBox m_listDwgs;
     CTreeComboBox m_comboFolders;
     CTabCtrl m_tabs;
-    CImageList m_gripImages; ///< no list uses it
+    CImageList m_gripImages;              ///< no list uses it
+    CPreviewDlg* m_pPreviewDlg = nullptr; ///< owned; while it runs
 
     BOOL OnInitDialog() override;
     /// Leaves the dialog open and hides the folder tree.
@@ -35,6 +39,7 @@ protected:
     void DoDataExchange(CDataExchange* pDX) override;
     void OnUpdateCommand(CCmdUI* pCmdUI);
     void OnSize(UINT nType, int cx, int cy);
+    void OnDestroy();
     void OnSelchangeTab(NMHDR* pNMHDR, LRESULT* pResult);
     void OnClickGripList(NMHDR* pNMHDR, LRESULT* pResult);
     void OnDblclkGripList(NMHDR* pNMHDR, LRESULT* pResult);
@@ -48,4 +53,7 @@ private:
     /// The drawing is drawn anew, and the host told to refresh what depends on the grip page.
     void RegenerateGrips();
     void LeaveGripPage();
+    /// The preview of what is selected on that page, or null.
+    CPreviewDlg* NewDrawingPreview();
+    CPreviewDlg* NewBlockPreview();
 };

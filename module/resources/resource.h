@@ -22,6 +22,7 @@
 #define IDS_SPACE_NOT_WRITABLE 903
 #define IDS_NOT_A_BLOCK_NAME 904
 #define IDS_HOLDS_OWN_NAME 905
+#define IDS_NOTHING_TO_INSERT 906
 
 // Dialogs. A page's controls may have the numbers of other dialogs' controls.
 #define IDD_ENHANCED_ATTRIBUTES 262
