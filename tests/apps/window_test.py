@@ -20,7 +20,8 @@ class WindowTest(Case):
         # The display server chooses a free number and tells it.
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1300x850x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1300x850x24", "-nolisten", "tcp",
+             "-fbdir", str(self.folder)],
             pass_fds=(writing,), stderr=subprocess.DEVNULL)
         os.close(writing)
         self.addCleanup(self.stop, self.server)
@@ -65,11 +66,26 @@ class WindowTest(Case):
             time.sleep(0.1)
         self.fail("never happened: " + what)
 
+    def screen(self):
+        """The rows of the display's picture, each pixel four bytes."""
+        data = (self.folder / "Xvfb_screen0").read_bytes()
+        header = struct.unpack_from(">25L", data)
+        size, height, stride, colours = header[0], header[5], header[12], header[19]
+        begin = size + 12 * colours
+        return [data[begin + y * stride:begin + (y + 1) * stride] for y in range(height)]
+
+    def part(self, window, box):
+        """The pixels of a box (left, top, right, bottom) of the window."""
+        place = dict(line.split("=") for line in self.xdo("getwindowgeometry", "--shell", window))
+        left, top = int(place["X"]), int(place["Y"])
+        rows = self.screen()[top + box[1]:top + box[3]]
+        return [row[4 * (left + box[0]):4 * (left + box[2])] for row in rows]
+
     def settings(self):
         return self.profile.read_text() if self.profile.exists() else ""
 
     def enter(self, line):
-        self.xdo("type", "--delay", "20", line)
+        self.xdo("type", "--delay", "20", "--", line)
         self.xdo("key", "Return")
 
     def quit(self, program):
@@ -146,6 +162,48 @@ class WindowTest(Case):
         self.eventually("the values are in the drawing", edited)
         self.quit(program)
 
+    def test_block_is_inserted_at_a_point_of_the_mouse(self):
+        self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
+        self.batch("LINE 0,0 120,0 120,60 0,60 C\nLINE 0,0 8,0 8,8 0,8 C\n-BLOCK CHAIR 0,0 0,4 4,0 8,4 4,8\n\n"
+                   "ZOOM E\nSAVEAS 2000 room.dwg\n")
+        room = self.folder / "room.dwg"
+        program = self.start(str(room))
+        window = self.find_window(program)
+        middle = (640, 350)
+        # The block goes to the right and up from the point, the rest of the room stays as it is.
+        around = (middle[0] - 20, middle[1] - 120, middle[0] + 120, middle[1] + 20)
+        # Away from it, so that the cross-hair isn't in the picture.
+        self.xdo("mousemove", "--window", window, "100", "200")
+        time.sleep(2)
+        empty = self.part(window, around)
+        self.enter("-INSERT")
+        self.enter("CHAIR")
+        self.xdo("mousemove", "--window", window, str(middle[0]), str(middle[1]), "click", "1")
+        time.sleep(1)
+        self.xdo("key", "Return", "Return", "Return")
+        self.xdo("mousemove", "--window", window, "100", "200")
+        inserted = self.eventually("the block is seen", lambda: self.changed(window, around, empty))
+        self.xdo("key", "ctrl+z")
+        self.eventually("it is taken back", lambda: self.part(window, around) == empty)
+        self.xdo("key", "ctrl+y")
+        self.eventually("it is there again", lambda: self.part(window, around) == inserted)
+        self.xdo("key", "ctrl+s")
+        self.eventually("it is saved", lambda: len(self.facts(room)["references"]) == 1)
+        place = self.facts(room)["references"][0]["position"]
+        self.assertTrue(20 < place[0] < 100 and 10 < place[1] < 50, place)
+        self.quit(program)
+        program = self.start(str(room))
+        window = self.find_window(program)
+        self.xdo("mousemove", "--window", window, "100", "200")
+        self.eventually("it is seen in the saved drawing", lambda: self.part(window, around) == inserted)
+        self.quit(program)
+
+    def changed(self, window, box, former):
+        """The box's pixels once they differ and stay so."""
+        first = self.part(window, box)
+        time.sleep(0.3)
+        return first if first != former and self.part(window, box) == first else None
+
 
 class WithoutDisplayTest(Case):
     def test_says_what_is_missing(self):
@@ -156,6 +214,7 @@ class WithoutDisplayTest(Case):
                               check=False)
         self.assertEqual(done.returncode, 2)
         self.assertRegex(done.stderr, "display|SDL")
+
 
 
 if __name__ == "__main__":
