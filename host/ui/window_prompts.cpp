@@ -5,10 +5,37 @@
 
 namespace vndk::host {
 
+namespace {
+
+/// A modal dialog that hid to let the user answer leaves the frame disabled: until he has, it isn't.
+class EnabledFrame {
+public:
+    EnabledFrame(Host& host, MainFrame& frame) : frame_(frame), wasEnabled_(frame.IsWindowEnabled() != FALSE) {
+        if (wasEnabled_)
+            return;
+        frame_.EnableWindow(TRUE);
+        ::SetActiveWindow(frame_.m_hWnd);
+        ::SetFocus(host.commandLineWindow());
+    }
+    ~EnabledFrame() {
+        if (!wasEnabled_ && frame_.GetSafeHwnd())
+            frame_.EnableWindow(FALSE);
+    }
+    EnabledFrame(const EnabledFrame&) = delete;
+    EnabledFrame& operator=(const EnabledFrame&) = delete;
+
+private:
+    MainFrame& frame_;
+    bool wasEnabled_;
+};
+
+} // namespace
+
 bool WindowPrompts::wait(InputQueue& queue, const PromptRequest& request) {
     // The command prompt is the frame's own: its loop goes on, and starts what is entered.
     if (request.kind == PromptRequest::Kind::Command)
         return false;
+    const EnabledFrame enabled(host_, frame_);
     frame_.beginPrompt(request);
     frame_.canvas().beginPrompt(request);
     ++waiting_;

@@ -1,6 +1,7 @@
 // Prompts answered by mouse: what is drawn meanwhile, and what comes of it.
 #include "window_fixture.h"
 
+#include "ads/ads.h"
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/open.h"
@@ -208,6 +209,25 @@ TEST_F(PointingTest, answersPromptsOutsideOfCommandsAndWithinThem) {
     frame.runInput();
     run("(if (= sent 7) (command \"LINE\" \"0,0\" \"1,1\" \"\"))\n");
     EXPECT_EQ(entities().size(), 1U);
+}
+
+TEST_F(PointingTest, answersADialogThatHidAndStaysModal) {
+    frame.EnableWindow(FALSE);
+    steps.inWindow(frame.m_hWnd).clickAt(kCanvas, at(3, 2));
+    ads_point point = {0, 0, 0};
+    EXPECT_EQ(acedGetPoint(nullptr, "Where: ", point), RTNORM);
+    EXPECT_NEAR(point[0], 3, 0.1);
+    EXPECT_NEAR(point[1], 2, 0.1);
+    EXPECT_FALSE(frame.IsWindowEnabled());
+    frame.EnableWindow(TRUE);
+    finish();
+
+    // By keys, too.
+    frame.EnableWindow(FALSE);
+    steps.press(VK_ESCAPE);
+    EXPECT_EQ(acedGetPoint(nullptr, "Where: ", point), RTCAN);
+    frame.EnableWindow(TRUE);
+    finish();
 }
 
 TEST_F(PointingTest, cancelsAPromptWhoseDrawingIsLeft) {
