@@ -12,7 +12,7 @@ namespace vndk::host {
 struct FileQuestion {
     bool save = false;
     const char* title = "";
-    std::string start; ///< a name to begin with, may have a folder
+    std::string start = {}; ///< a name to begin with, may have a folder
     const char* extension = "dwg";
 };
 
