@@ -1,105 +1,16 @@
 #!/usr/bin/env python3
 """The program in a real window: keys that a user presses, through the display server."""
 
-import os
-import shutil
 import struct
 import subprocess
 import time
 import unittest
 
+from display import WindowCase
 from support import Case, MAKE_DESK, PROGRAM, TIME_LIMIT
 
-TOOLS = ("Xvfb", "xdotool")
 
-
-@unittest.skipUnless(all(shutil.which(tool) for tool in TOOLS), "needs " + " and ".join(TOOLS))
-class WindowTest(Case):
-    def setUp(self):
-        super().setUp()
-        # The display server chooses a free number and tells it.
-        reading, writing = os.pipe()
-        self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1300x850x24", "-nolisten", "tcp",
-             "-fbdir", str(self.folder)],
-            pass_fds=(writing,), stderr=subprocess.DEVNULL)
-        os.close(writing)
-        self.addCleanup(self.stop, self.server)
-        with os.fdopen(reading) as told:
-            number = told.readline().strip()
-        self.assertTrue(number, "the display server didn't start")
-        # The system's libraries behind the window keep memory to the end.
-        self.environment.update(DISPLAY=":" + number, SDL_VIDEODRIVER="x11", ASAN_OPTIONS="detect_leaks=0")
-        self.profile = self.folder / "settings.ini"
-
-    @staticmethod
-    def stop(process):
-        process.kill()
-        process.wait()
-
-    def start(self, *arguments):
-        program = subprocess.Popen([PROGRAM, "--profile", str(self.profile), *arguments], env=self.environment,
-                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-        self.addCleanup(program.stdout.close)
-        self.addCleanup(self.stop, program)
-        window = self.eventually("the window opens", lambda: self.find_window(program))
-        # There is no window manager that would give it the keyboard.
-        self.xdo("windowfocus", window)
-        return program
-
-    def xdo(self, *arguments):
-        return subprocess.run(["xdotool", *arguments], env=self.environment, check=False, text=True,
-                              stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.split()
-
-    def find_window(self, program):
-        if program.poll() is not None:
-            self.fail("the program ended early: " + program.stdout.read().decode(errors="replace"))
-        found = self.xdo("search", "--onlyvisible", "--name", "vondrake$")
-        return found[0] if found else None
-
-    def eventually(self, what, condition, limit=TIME_LIMIT):
-        end = time.monotonic() + limit
-        while time.monotonic() < end:
-            answer = condition()
-            if answer:
-                return answer
-            time.sleep(0.1)
-        self.fail("never happened: " + what)
-
-    def screen(self):
-        """The rows of the display's picture, each pixel four bytes."""
-        data = (self.folder / "Xvfb_screen0").read_bytes()
-        header = struct.unpack_from(">25L", data)
-        size, height, stride, colours = header[0], header[5], header[12], header[19]
-        begin = size + 12 * colours
-        return [data[begin + y * stride:begin + (y + 1) * stride] for y in range(height)]
-
-    def part(self, window, box):
-        """The pixels of a box (left, top, right, bottom) of the window."""
-        place = dict(line.split("=") for line in self.xdo("getwindowgeometry", "--shell", window))
-        left, top = int(place["X"]), int(place["Y"])
-        rows = self.screen()[top + box[1]:top + box[3]]
-        return [row[4 * (left + box[0]):4 * (left + box[2])] for row in rows]
-
-    def settings(self):
-        return self.profile.read_text() if self.profile.exists() else ""
-
-    def enter(self, line):
-        self.xdo("type", "--delay", "20", "--", line)
-        self.xdo("key", "Return")
-
-    def quit(self, program):
-        self.enter("QUIT")
-        # A key that is lost while a window comes up is no fault of ours: the line is typed again.
-        def ended():
-            if program.poll() is None:
-                self.xdo("key", "Escape")
-                self.enter("QUIT")
-                time.sleep(1)
-            return program.poll() is not None
-        self.eventually("QUIT ends the program", ended)
-        self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))
-
+class WindowTest(WindowCase):
     def test_tips_greet_once_by_keyboard(self):
         program = self.start()
 
@@ -151,7 +62,7 @@ class WindowTest(Case):
             self.enter("DDATTE")
             self.enter("25,7")
             time.sleep(1)
-            self.xdo("mousemove", "--window", window, str(left + width // 2), str(top + 75), "click", "1")
+            self.click(window, (left + width // 2, top + 75))
             self.enter("A 42")
             self.enter("Lab")
             time.sleep(1)
@@ -173,15 +84,15 @@ class WindowTest(Case):
         # The block goes to the right and up from the point, the rest of the room stays as it is.
         around = (middle[0] - 20, middle[1] - 120, middle[0] + 120, middle[1] + 20)
         # Away from it, so that the cross-hair isn't in the picture.
-        self.xdo("mousemove", "--window", window, "100", "200")
+        self.move(window, (100, 200))
         time.sleep(2)
         empty = self.part(window, around)
         self.enter("-INSERT")
         self.enter("CHAIR")
-        self.xdo("mousemove", "--window", window, str(middle[0]), str(middle[1]), "click", "1")
+        self.click(window, middle)
         time.sleep(1)
         self.xdo("key", "Return", "Return", "Return")
-        self.xdo("mousemove", "--window", window, "100", "200")
+        self.move(window, (100, 200))
         inserted = self.eventually("the block is seen", lambda: self.changed(window, around, empty))
         self.xdo("key", "ctrl+z")
         self.eventually("it is taken back", lambda: self.part(window, around) == empty)
@@ -194,15 +105,9 @@ class WindowTest(Case):
         self.quit(program)
         program = self.start(str(room))
         window = self.find_window(program)
-        self.xdo("mousemove", "--window", window, "100", "200")
+        self.move(window, (100, 200))
         self.eventually("it is seen in the saved drawing", lambda: self.part(window, around) == inserted)
         self.quit(program)
-
-    def changed(self, window, box, former):
-        """The box's pixels once they differ and stay so."""
-        first = self.part(window, box)
-        time.sleep(0.3)
-        return first if first != former and self.part(window, box) == first else None
 
 
 class WithoutDisplayTest(Case):
@@ -214,7 +119,6 @@ class WithoutDisplayTest(Case):
                               check=False)
         self.assertEqual(done.returncode, 2)
         self.assertRegex(done.stderr, "display|SDL")
-
 
 
 if __name__ == "__main__":
