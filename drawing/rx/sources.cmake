@@ -1,1 +1,1 @@
-set(RX_SOURCES rx/class.cpp rx/registry.cpp rx/status.cpp)
+set(RX_SOURCES rx/class.cpp rx/lisp_functions.cpp rx/registry.cpp rx/status.cpp)

@@ -3,6 +3,7 @@
 #include "ads/values.h"
 #include "db/resbuf.h"
 #include "db/symbol_table.h"
+#include "ed/display.h"
 #include "ed/host.h"
 #include "lisp/interpreter.h"
 
@@ -29,12 +30,26 @@ bool ExternalFunctions::define(const char* name, int code) {
         return false;
     Handler& handler = handlers_[{application_, code}]; // its place stays when others come
     auto function = std::make_shared<Function>(Function{acdbFoldName(name), application_, code, &handler});
-    const auto same = [&](const Defined& item) { return item.document == document && item.name == function->name; };
-    std::erase_if(defined_, same);
-    defined_.push_back({document, function->name, application_});
-    document->lisp().defineExternal(
-        name, [this, function](std::span<const Value> args) -> Outcome<Value> { return run(*function, args); });
+    setBody(*document, name, [this, function](std::span<const Value> args) { return run(*function, args); });
     return true;
+}
+
+bool ExternalFunctions::define(const char* name, AcRxLispFunctions::Function action) {
+    AcApDocument* const document = host_.documents().curDocument();
+    if (!name || !*name || !action || !application_ || !document)
+        return false;
+    setBody(*document, name, [action](std::span<const Value>) -> Outcome<Value> {
+        action();
+        return Value::quiet();
+    });
+    return true;
+}
+
+void ExternalFunctions::setBody(AcApDocument& document, const std::string& name, Body body) {
+    const std::string folded = acdbFoldName(name);
+    std::erase_if(defined_, [&](const Defined& item) { return item.document == &document && item.name == folded; });
+    defined_.push_back({&document, folded, application_});
+    document.lisp().defineExternal(name, std::move(body));
 }
 
 bool ExternalFunctions::undefine(const char* name, int /*code*/) {
@@ -110,6 +125,13 @@ void ExternalFunctions::noteReleased(const resbuf* list) {
     const auto place = std::find(lent.rbegin(), lent.rend(), list);
     if (place != lent.rend())
         lent.erase(std::next(place).base());
+}
+
+bool LibraryFunctions::define(const char* name, Function function) { return host_.externals().define(name, function); }
+
+void LibraryFunctions::updateDisplay() {
+    if (Display* const display = host_.display())
+        display->update();
 }
 
 } // namespace vndk::host

@@ -3,7 +3,9 @@
 
 #include "ed/dynamic_linker.h"
 #include "lisp/value.h"
+#include "rx/lisp_functions.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <span>
@@ -16,6 +18,17 @@ struct resbuf;
 namespace vndk::host {
 
 class Host;
+
+/// What libraries that see no host find in the registry.
+class LibraryFunctions : public AcRxLispFunctions {
+public:
+    explicit LibraryFunctions(Host& host) : host_(host) {}
+    bool define(const char* name, Function function) override;
+    void updateDisplay() override;
+
+private:
+    Host& host_;
+};
 
 class ExternalFunctions {
 public:
@@ -39,12 +52,16 @@ public:
 
     // For the application that runs, in the current document. False without either.
     bool define(const char* name, int code);
+    /// One without a code, a handler and a value.
+    bool define(const char* name, AcRxLispFunctions::Function action);
     bool undefine(const char* name, int code);
     bool registerHandler(Handler handler, int code);
     /// Before its code goes: no document reaches the application any more.
     void forgetApplication(const LoadedApplication& application);
 
     void forgetDocument(const AcApDocument& document);
+
+    LibraryFunctions& libraryFunctions() { return libraryFunctions_; }
 
     /// One call of an external function.
     struct Call {
@@ -74,11 +91,16 @@ private:
         const LoadedApplication* application;
     };
 
+    using Body = std::function<lisp::Outcome<lisp::Value>(std::span<const lisp::Value>)>;
+
+    /// In the document, in place of what the name meant before.
+    void setBody(AcApDocument& document, const std::string& name, Body body);
     lisp::Outcome<lisp::Value> run(const Function& function, std::span<const lisp::Value> args);
     void releaseLent(size_t from);
     static void noteReleased(const resbuf* list);
 
     Host& host_;
+    LibraryFunctions libraryFunctions_{host_};
     LoadedApplication* application_ = nullptr;
     std::map<std::pair<const LoadedApplication*, int>, Handler> handlers_;
     std::vector<Defined> defined_;

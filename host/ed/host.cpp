@@ -45,6 +45,7 @@ void Host::registerServices() {
     formerEntries_["DynamicLinker"] = registry.atPut("DynamicLinker", &linker_);
     formerEntries_["AcEditor"] = registry.atPut("AcEditor", &editor_);
     formerEntries_["ACAD_REGISTERED_COMMANDS"] = registry.atPut("ACAD_REGISTERED_COMMANDS", &commands_);
+    formerEntries_[kRxLispFunctions] = registry.atPut(kRxLispFunctions, &externals_->libraryFunctions());
 }
 
 void Host::removeServices() {

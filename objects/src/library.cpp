@@ -4,6 +4,8 @@
 #include "objects/attribute_definition.h"
 #include "objects/block_reference.h"
 #include "objects/grip_point.h"
+#include "rx/lisp_functions.h"
+#include "rx/registry.h"
 
 int m_TabIndex = -1;
 
@@ -44,6 +46,25 @@ AcRx::AppRetCode unloadApp() {
     return AcRx::kRetOK;
 }
 
+AcRxLispFunctions* lispFunctions() { return AcRxLispFunctions::cast(acrxSysRegistry()->at(kRxLispFunctions)); }
+
+/// Grips are made by code, not by the user: there is nothing to do for the kind that he has chosen.
+void grip() {}
+
+void refresh() {
+    if (AcRxLispFunctions* const functions = lispFunctions())
+        functions->updateDisplay();
+}
+
+/// Those that the palette sends to the command line. Their use is the drawing's, so they are here and not there.
+void defineFunctions() {
+    AcRxLispFunctions* const functions = lispFunctions();
+    if (!functions)
+        return;
+    functions->define("c:_grip", grip);
+    functions->define("_refresh", refresh);
+}
+
 } // namespace
 
 extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* /*packet*/) {
@@ -52,6 +73,9 @@ extern "C" AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message, void* /*pac
         return initApp();
     case AcRx::kUnloadAppMsg:
         return unloadApp();
+    case AcRx::kLoadDwgMsg:
+        defineFunctions();
+        return AcRx::kRetOK;
     default:
         return AcRx::kRetOK;
     }

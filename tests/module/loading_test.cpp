@@ -1,13 +1,30 @@
 // The module as the host loads and unloads it.
+#include "ed/display.h"
 #include "module/module_fixture.h"
+#include "rx/lisp_functions.h"
+#include "rx/registry.h"
 #include "win32/loader.h"
 
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
 namespace {
+
+class CountingDisplay : public vndk::host::Display {
+public:
+    int width() const override { return 100; }
+    int height() const override { return 100; }
+    AcGsModel& model() override { std::abort(); } // nobody draws here
+    void viewChanged() override {}
+    void update() override { ++updates; }
+    void regenerate() override {}
+    void highlight(std::vector<AcDbObjectId> /*entities*/) override {}
+
+    int updates = 0;
+};
 
 class LoadingTest : public ModuleTest {
 protected:
@@ -108,6 +125,36 @@ TEST_F(LoadingTest, DefinesItsFunctionsInEachDocument) {
     ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
     for (const char* name : functions)
         EXPECT_FALSE(knows(name)) << name;
+}
+
+TEST_F(LoadingTest, WhatThePaletteSendsIsKnownInEachDocument) {
+    CountingDisplay display;
+    loadModule();
+    host.setDisplay(&display);
+    for (int documents = 1; documents <= 2; ++documents) {
+        for (const char* text : {"(_refresh)", "(c:_grip 12)", "(c:_grip -1)"}) {
+            output.clear();
+            const std::string sent = std::string(text) + " "; // as the palette ends its lines
+            host.documents().sendStringToExecute(host.documents().curDocument(), sent.c_str(), false, true, false);
+            host.pump();
+            EXPECT_THAT(output, EndsWith("Command: " + std::string(text) + "\n")) << "and nothing is said to it";
+            EXPECT_EQ(database().undo().undoCount(), 0U) << text;
+        }
+        EXPECT_EQ(display.updates, documents) << "once, by the refresh";
+        ASSERT_EQ(host.documents().appContextNewDocument(nullptr), Acad::eOk);
+    }
+    host.setDisplay(nullptr);
+    EXPECT_TRUE(knows("_refresh"));
+    ASSERT_TRUE(acrxUnloadModule("VNDKKeldmoor.arx"));
+    EXPECT_FALSE(knows("_refresh"));
+    EXPECT_FALSE(knows("c:_grip"));
+}
+
+TEST_F(LoadingTest, OnlyALibraryThatRunsDefinesFunctions) {
+    auto* const functions = AcRxLispFunctions::cast(acrxSysRegistry()->at(kRxLispFunctions));
+    ASSERT_NE(functions, nullptr);
+    EXPECT_FALSE(functions->define("NOBODY", [] {}));
+    EXPECT_FALSE(knows("NOBODY"));
 }
 
 TEST_F(LoadingTest, OnlyTheDocumentThatIsCurrentAtLoadAndAtUnloadIsWatchedAndLetGo) {

@@ -3,6 +3,9 @@
 // The loader's kInitAppMsg registers the classes and their stand-ins, so that objects of a drawing that is read from
 // then on come back as what they were; kUnloadAppMsg takes that back. While objects of the classes live, in a drawing
 // or in its undo history, kUnloadAppMsg is answered with kRetError and nothing is taken back: their code must stay.
+//
+// kLoadDwgMsg defines two LISP functions in the document, where the program has a command line: (_refresh) brings the
+// screen up to date, (c:_grip KIND) does nothing.
 #pragma once
 
 #include "rx/app_codes.h"
