@@ -127,6 +127,27 @@ TEST(FileAudit, HandlesAbove32BitsAndLongTextsComeBack) {
     EXPECT_EQ(copy->textValue(), text);
 }
 
+TEST(FileAudit, TheBoxOfTheSpaceGrowsByWhatWasDrawn) {
+    AcDbDatabase database, again(false), twice(false);
+    append(database.modelSpaceId(), new AcDbLine({-3, 2, 0}, {7, 11, 5}));
+    saveAndAudit(database, again);
+    const auto expectBox = [](AcDbDatabase& of, AcGePoint3d least, AcGePoint3d most) {
+        const dwg::HeaderVariables& header = of.header();
+        EXPECT_EQ(AcGePoint3d(header.EXTMIN.x, header.EXTMIN.y, header.EXTMIN.z), least);
+        EXPECT_EQ(AcGePoint3d(header.EXTMAX.x, header.EXTMAX.y, header.EXTMAX.z), most);
+    };
+    expectBox(again, {-3, 2, 0}, {7, 11, 5});
+    // What goes doesn't shrink it: that takes a look at everything.
+    append(again.modelSpaceId(), new AcDbPoint({0, -20, 0}));
+    {
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(again.modelSpaceId());
+        const std::vector<AcDbObjectId> ids = space->entities();
+        erase(ids.front());
+    }
+    saveAndAudit(again, twice);
+    expectBox(twice, {-3, -20, 0}, {7, 11, 5});
+}
+
 } // namespace
 
 } // namespace vndk::test
