@@ -131,8 +131,7 @@ void MainFrame::leave() {
 
 void MainFrame::run(CWinApp& application) {
     canvas_->follow();
-    commandWindow_->showPrompt(CommandWindow::kIdlePrompt);
-    refresh();
+    showIdle();
     SetFocus();
     application.Run();
 }
@@ -210,6 +209,18 @@ void MainFrame::beginPrompt(const PromptRequest& request) {
     canvas_->follow();
 }
 
+void MainFrame::endPrompt() {
+    canvas_->endPrompt();
+    if (GetSafeHwnd() && !isBusy())
+        showIdle();
+}
+
+void MainFrame::showIdle() {
+    commandWindow_->showPrompt(CommandWindow::kIdlePrompt);
+    statusLine_->showHint(hintFor({.text = {}, .kind = PromptRequest::Kind::Command}));
+    refresh();
+}
+
 void MainFrame::runInput() {
     // A prompt that waits takes the line by itself; while a dialog is open it goes first.
     if (isBusy() || IsWindowEnabled() == FALSE)
@@ -226,9 +237,7 @@ void MainFrame::runInput() {
         later_.pop_front();
         action();
     }
-    commandWindow_->showPrompt(CommandWindow::kIdlePrompt);
-    statusLine_->showHint(hintFor({.text = {}, .kind = PromptRequest::Kind::Command}));
-    refresh();
+    showIdle();
     canvas_->follow();
     if (host_.quitRequested())
         ::PostQuitMessage(0);

@@ -56,7 +56,7 @@ bool WindowPrompts::wait(InputQueue& queue, const PromptRequest& request) {
     }
     --waiting_;
     ++ended_;
-    frame_.canvas().endPrompt();
+    frame_.endPrompt();
     return more;
 }
 

@@ -59,6 +59,8 @@ public:
     void refresh();
     /// Brings the frame into the state in which a prompt waits: what was said is in sight, and what it wants.
     void beginPrompt(const PromptRequest& request);
+    /// A prompt has had its answer. Outside of any command nothing is wanted then.
+    void endPrompt();
 
     BOOL PreTranslateMessage(MSG* message) override;
     void RecalcLayout(BOOL notify = TRUE) override;
@@ -87,6 +89,7 @@ private:
     bool isBusy() const;
     void cancelWaiting();
     void showTitle();
+    void showIdle();
     void step(int tabs);
     void showHelp();
     void editAttributes(AcDbObjectId entity);

@@ -5,6 +5,7 @@
 #include "db/block_reference.h"
 #include "db/curves.h"
 #include "db/open.h"
+#include "ui/command_window.h"
 
 namespace {
 
@@ -186,10 +187,18 @@ TEST_F(PointingTest, answersPromptsOutsideOfCommandsAndWithinThem) {
     AcGePoint3d given;
     vndk::host::PromptStatus status{};
     const auto ask = [&] { status = host.prompts().getPoint("Specify insertion point: ", given); };
-    steps.clickAt(kCanvas, at(2, 1));
+    const auto wanted = [this] {
+        char text[100];
+        GetWindowTextA(GetDlgItem(frame.commandWindow().m_hWnd, 1002), text, sizeof text);
+        return std::string(text);
+    };
+    std::string meanwhile;
+    steps.call([&] { meanwhile = wanted(); }).clickAt(kCanvas, at(2, 1));
     ask();
     EXPECT_TRUE(steps.finish()) << steps.failure();
     EXPECT_EQ(status, vndk::host::PromptStatus::Normal);
+    EXPECT_EQ(meanwhile, "Specify insertion point: ");
+    EXPECT_EQ(wanted(), "Command:") << "nothing is wanted any more";
     expectNear(given, 2, 1);
 
     vndk::win32::UserScript again(screen);
