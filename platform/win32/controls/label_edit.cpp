@@ -104,6 +104,16 @@ RECT LabelEdit::boxFor(const std::string& text) const {
     return box;
 }
 
+bool LabelEdit::takeCommand(LabelEditHost& host, WPARAM wParam, LPARAM lParam) const {
+    if (!isOpen() || reinterpret_cast<HWND>(lParam) != window_)
+        return false;
+    if (HIWORD(wParam) == EN_KILLFOCUS)
+        host.endLabelEdit(true);
+    else if (HIWORD(wParam) == EN_UPDATE)
+        fit();
+    return true;
+}
+
 void LabelEdit::fit() const {
     const RECT box = boxFor(text());
     SetWindowPos(window_, nullptr, box.left, box.top, box.right - box.left, box.bottom - box.top,

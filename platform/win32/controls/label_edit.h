@@ -40,8 +40,8 @@ public:
     [[nodiscard]] HWND window() const { return window_; }
     [[nodiscard]] bool isOpen() const { return window_ != nullptr; }
     [[nodiscard]] std::string text() const;
-    /// EN_UPDATE: fits the box to the text.
-    void fit() const;
+    /// A WM_COMMAND of the host. False: it isn't from the box. `host` may be gone afterwards, and this with it.
+    bool takeCommand(LabelEditHost& host, WPARAM wParam, LPARAM lParam) const;
     /// The item was scrolled.
     void move(const RECT& label);
     /// Destroys the box. The host isn't told.
@@ -50,6 +50,8 @@ public:
     void forget() { window_ = nullptr; }
 
 private:
+    /// Fits the box to the text.
+    void fit() const;
     [[nodiscard]] RECT boxFor(const std::string& text) const;
 
     HWND window_ = nullptr;

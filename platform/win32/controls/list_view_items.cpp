@@ -1,10 +1,10 @@
 // The list view's items: insertion, deletion, texts, images and data, given or asked for.
+#include "controls/item_text.h"
 #include "controls/list_view.h"
 
 #include "win32/paint.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vndk::win32 {
 
@@ -12,24 +12,6 @@ namespace {
 
 constexpr int highestSubItem = 1000;
 constexpr int highestCount = 100'000'000;
-
-bool isCallback(LPCSTR text) { return text == LPSTR_TEXTCALLBACK; }
-
-void copyText(const std::string& text, LPSTR buffer, int size) {
-    if (buffer == nullptr || isCallback(buffer) || size <= 0)
-        return;
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-    std::memcpy(buffer, text.data(), length);
-    buffer[length] = '\0';
-}
-
-void setText(ListCell& cell, LPCSTR text) {
-    cell.textCallback = isCallback(text);
-    if (cell.textCallback || text == nullptr)
-        cell.text.clear();
-    else
-        cell.text = text;
-}
 
 } // namespace
 

@@ -100,14 +100,7 @@ void TreeView::storeLabel(HTREEITEM handle, const std::string& text) {
 }
 
 LRESULT TreeView::onCommand(WPARAM wParam, LPARAM lParam) {
-    const bool fromBox = labelEdit_.isOpen() && reinterpret_cast<HWND>(lParam) == labelEdit_.window();
-    if (!fromBox)
-        return defaultHandling(WM_COMMAND, wParam, lParam);
-    if (HIWORD(wParam) == EN_KILLFOCUS)
-        endLabelEdit(true);
-    else if (HIWORD(wParam) == EN_UPDATE)
-        labelEdit_.fit();
-    return 0;
+    return labelEdit_.takeCommand(*this, wParam, lParam) ? 0 : defaultHandling(WM_COMMAND, wParam, lParam);
 }
 
 } // namespace vndk::win32

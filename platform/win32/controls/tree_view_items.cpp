@@ -1,11 +1,11 @@
 // The tree view's items: insertion, deletion, order, texts and images, given or asked for.
+#include "controls/item_text.h"
 #include "controls/stable_sort.h"
 #include "controls/tree_view.h"
 #include "win32/codepage.h"
 #include "win32/metrics.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace vndk::win32 {
@@ -13,24 +13,6 @@ namespace vndk::win32 {
 namespace {
 
 constexpr int tallest = 100; // lines of one item
-
-bool isCallback(LPCSTR text) { return text == LPSTR_TEXTCALLBACK; }
-
-void copyText(const std::string& text, LPSTR buffer, int size) {
-    if (buffer == nullptr || isCallback(buffer) || size <= 0)
-        return;
-    const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-    std::memcpy(buffer, text.data(), length);
-    buffer[length] = '\0';
-}
-
-void setText(TreeItem& item, LPCSTR text) {
-    item.textCallback = isCallback(text);
-    if (item.textCallback || text == nullptr)
-        item.text.clear();
-    else
-        item.text = text;
-}
 
 TreeItem::Children childrenModeOf(int cChildren) {
     if (cChildren == I_CHILDRENCALLBACK)
