@@ -73,8 +73,11 @@ void AreaChange::commit(bool keepPixels, bool redrawFrame, UINT flags) {
         kept &= visible;
         if (!withFrame)
             kept &= Region(window->clientRect);
-        if (dx != 0 || dy != 0)
+        if (dx != 0 || dy != 0) {
             movePixels(shifted(kept, -dx, -dy), dx, dy);
+            // A parent that doesn't spare its children has no say any more in what they brought along.
+            validateParents(*window, kept - invalidOnScreen(*window));
+        }
     }
     const Region fresh = visible - kept;
     if (!fresh.empty())

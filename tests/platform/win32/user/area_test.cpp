@@ -135,6 +135,23 @@ TEST_F(AreaTest, WhatWasInvalidMovesAlong) {
     EXPECT_EQ(invalid(window), "10,10,20,20") << "cut to the new size";
 }
 
+TEST_F(AreaTest, AParentDoesNotWipeOffWhatMovedOntoItsInvalidPart) {
+    const HWND window = popup(100, 100, 50, 50);
+    const HWND child = create(WS_CHILD | WS_VISIBLE, window, 20, 20, 20, 20);
+    quiet();
+    dot(child, 15, 5);
+    dot(child, 5, 5);
+    const RECT rect{0, 0, 10, 10};
+    InvalidateRect(child, &rect, FALSE);
+    place(window, 100, 100, 80, 50);
+    EXPECT_EQ(invalid(window), "50,0,80,50");
+    place(child, 55, 20, 20, 20);
+    EXPECT_EQ(invalid(window).find("55,20,65,30"), std::string::npos);
+    settle();
+    EXPECT_EQ(pixel(170, 125), rgbOf(red)) << "what was valid stays";
+    EXPECT_NE(pixel(160, 125), rgbOf(red)) << "what wasn't is painted";
+}
+
 TEST_F(AreaTest, TheDesktopPaintsItsOwnGround) {
     const HWND window = popup(100, 100, 50, 50);
     dot(window, 5, 5);
