@@ -211,8 +211,10 @@ void MainFrame::beginPrompt(const PromptRequest& request) {
 
 void MainFrame::endPrompt() {
     canvas_->endPrompt();
-    if (GetSafeHwnd() && !isBusy())
+    if (GetSafeHwnd() && !isBusy()) {
+        host_.freshLine();
         showIdle();
+    }
 }
 
 void MainFrame::showIdle() {
@@ -222,9 +224,20 @@ void MainFrame::showIdle() {
 }
 
 void MainFrame::runInput() {
-    // A prompt that waits takes the line by itself; while a dialog is open it goes first.
-    if (isBusy() || IsWindowEnabled() == FALSE)
+    // A prompt that waits takes the line by itself.
+    if (isBusy())
         return;
+    if (IsWindowEnabled() != FALSE)
+        runAll();
+    else
+        host_.pump(); // what an open dialog sends is done at once; what was typed waits until it is closed
+    showIdle();
+    canvas_->follow();
+    if (host_.quitRequested())
+        ::PostQuitMessage(0);
+}
+
+void MainFrame::runAll() {
     host_.documents().deliverSentText();
     if (!host_.commandLine().input().empty()) {
         const auto problem = host_.commandLine().run();
@@ -237,10 +250,6 @@ void MainFrame::runInput() {
         later_.pop_front();
         action();
     }
-    showIdle();
-    canvas_->follow();
-    if (host_.quitRequested())
-        ::PostQuitMessage(0);
 }
 
 LRESULT MainFrame::OnRunInput(WPARAM, LPARAM) {
@@ -255,13 +264,13 @@ LRESULT MainFrame::OnRunInput(WPARAM, LPARAM) {
 
 void MainFrame::OnEnable(BOOL enabled) {
     CFrameWnd::OnEnable(enabled);
-    // What was sent while a dialog was open.
+    // What was typed while a dialog was open.
     if (enabled)
         host_.wake();
 }
 
 LRESULT MainFrame::OnIdleUpdate(WPARAM wParam, LPARAM lParam) {
-    if (!isBusy() && (!host_.commandLine().input().empty() || !later_.empty()))
+    if (IsWindowEnabled() != FALSE && !isBusy() && (!host_.commandLine().input().empty() || !later_.empty()))
         runInput();
     refresh();
     return CFrameWnd::OnIdleUpdateCmdUI(wParam, lParam);

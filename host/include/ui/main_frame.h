@@ -47,7 +47,7 @@ public:
     StatusLine& statusLine() { return *statusLine_; }
     TextWindow& textWindow() { return *textWindow_; }
     Host& host() { return host_; }
-    /// Runs what is in the host's input, unless it is running already.
+    /// Runs what is in the host's input, unless it is running already; while a dialog is open only what was sent.
     void runInput();
     /// Types lines for the user; a prompt that waits is cancelled first.
     void type(const std::string& lines);
@@ -87,6 +87,7 @@ private:
     void connect();
     void resizeCommandWindow(int down);
     bool isBusy() const;
+    void runAll();
     void cancelWaiting();
     void showTitle();
     void showIdle();

@@ -239,6 +239,17 @@ TEST_F(PointingTest, answersADialogThatHidAndStaysModal) {
     finish();
 }
 
+TEST_F(PointingTest, runsWhatADialogSendsAndLeavesWhatIsTyped) {
+    frame.EnableWindow(FALSE);
+    host.commandLine().input().feed("LINE 0,0 1,1\n\n");
+    host.documents().sendStringToExecute(&document(), "(command \"CIRCLE\" \"0,0\" \"2\") ", false, true, false);
+    settle();
+    EXPECT_EQ(entities().size(), 1U) << "the circle";
+    frame.EnableWindow(TRUE);
+    settle();
+    EXPECT_EQ(entities().size(), 2U);
+}
+
 TEST_F(PointingTest, cancelsAPromptWhoseDrawingIsLeft) {
     steps.clickAt(kCanvas, at(0, 0)).call([this] { host.documents().appContextNewDocument(nullptr); });
     run("LINE\n");
