@@ -141,6 +141,9 @@ void CPreviewDlg::Layout() {
     m_btnZoom.MoveWindow(CRect(w - 73, 64, w - 51, 86));
     m_btnPan.MoveWindow(CRect(w - 50, 64, w - 28, 86));
     m_btnOrbit.MoveWindow(CRect(w - 27, 64, w - 5, 86));
+    // The picture was drawn anew before they gave way to it.
+    m_btnOpen.Invalidate();
+    m_btnClose.Invalidate();
     for (CFlatIconButton* pButton : {&m_btnZoom, &m_btnPan, &m_btnOrbit})
         pButton->RedrawWindow(nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 }

@@ -129,6 +129,40 @@ TEST_F(PreviewDlgTest, KeepItsPlaceWhenItIsResized) {
     EXPECT_EQ(again, CRect(210, 220, 710, 520));
 }
 
+TEST_F(PreviewDlgTest, ShowEverythingAfterTheCornerWasDragged) {
+    const auto picture = [this] {
+        settle();
+        CRect client;
+        ::GetClientRect(window(), client);
+        std::vector<std::uint32_t> pixels;
+        for (int y = 0; y < client.bottom; ++y)
+            for (int x = 0; x < client.right; ++x)
+                pixels.push_back(pixel(onScreen(window(), x, y).x, onScreen(window(), x, y).y));
+        return pixels;
+    };
+    for (const POINT way : {POINT{90, 60}, POINT{-120, -70}, POINT{25, 0}}) {
+        std::vector<std::uint32_t> resized;
+        std::vector<std::uint32_t> painted;
+        run([&](UserScript& user) {
+            user.waitForWindow().call([&, way] {
+                CRect place;
+                ::GetWindowRect(window(), place);
+                ::SetWindowPos(window(), nullptr, 0, 0, place.Width() + way.x, place.Height() + way.y,
+                               SWP_NOMOVE | SWP_NOZORDER);
+            });
+            user.call([&] { resized = picture(); }).call([&] {
+                ::RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+                painted = picture();
+            });
+            user.click(IDCANCEL);
+        });
+        std::size_t wrong = 0;
+        for (std::size_t i = 0; i < painted.size(); ++i)
+            wrong += resized[i] != painted[i] ? 1 : 0;
+        EXPECT_EQ(wrong, 0U) << "pixels, larger by " << way.x << ", " << way.y;
+    }
+}
+
 TEST_F(PreviewDlgTest, InsertTheBlockAtAPointAndStay) {
     host.commandLine().input().feed("1.5,2\n");
     run([](UserScript& user) {
