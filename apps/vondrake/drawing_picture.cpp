@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "db/open.h"
+#include "dwg/active_view.h"
 #include "gs/manager.h"
 
 #include <algorithm>
@@ -49,6 +50,22 @@ void lookAt(AcGsView& view, const AcDbExtents& extents, const NamedView& from) {
                  std::max(height, least) * kMargin);
 }
 
+/// False: the current space has no view.
+bool lookAsSaved(AcGsView& view, const AcDbDatabase& database) {
+    const std::optional<dwg::ActiveView> saved = dwg::activeView(database);
+    if (!saved)
+        return false;
+    // The field's width never counts beside its height where the screen isn't known.
+    const double aspect = std::max(dwg::activeViewAspect(database, database.tilemode()), 1e-9);
+    view.setView(saved->center + saved->direction * saved->height, saved->center, saved->up, saved->height * aspect,
+                 saved->height);
+    return true;
+}
+
+bool isBlank(const win32::Picture& picture) {
+    return std::all_of(picture.pixels.begin(), picture.pixels.end(), [](std::uint32_t p) { return p == 0xFFFFFFFF; });
+}
+
 } // namespace
 
 win32::Picture drawPicture(AcDbDatabase& database, const PictureWish& wish) {
@@ -59,13 +76,20 @@ win32::Picture drawPicture(AcDbDatabase& database, const PictureWish& wish) {
     device->onSize(wish.width, wish.height);
     device->setBackgroundColor(RGB(255, 255, 255));
     device->add(view.get());
-    AcDbExtents extents;
-    if (model->visibleExtents(database.modelSpaceId(), extents))
-        lookAt(*view, extents, viewOf(wish.view));
-    if (const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId()); space)
+    const bool own = wish.view == "own";
+    const AcDbObjectId shown = own && !database.tilemode() ? database.paperSpaceId() : database.modelSpaceId();
+    if (const AcDbObjectPointer<AcDbBlockTableRecord> space(shown); space)
         view->add(space.object(), model.get());
     if (wish.shaded)
         view->setMode(AcGsView::kGouraudShadedWithWireframe);
+    if (own && lookAsSaved(*view, database)) {
+        view->update();
+        if (!isBlank(device->picture()))
+            return device->picture();
+    }
+    AcDbExtents extents;
+    if (model->visibleExtents(shown, extents))
+        lookAt(*view, extents, viewOf(wish.view));
     view->update();
     return device->picture();
 }

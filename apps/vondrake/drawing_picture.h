@@ -11,11 +11,13 @@ namespace vndk::app {
 
 struct PictureWish {
     int width = 800, height = 600; // pixels
-    std::string view = "top";      // or bottom, front, back, left, right, iso
+    std::string view = "own";      // or top, bottom, front, back, left, right, iso
     bool shaded = false;
 };
 
-/// What is seen in model space, whole, with a small margin, on white. White alone for an empty drawing.
+/// On white. The drawing's own view: the space that was current when it was saved, with all that was seen on the screen
+/// then; a space without a view, or with one that shows nothing, is shown whole. The other views show what is seen in
+/// model space, whole, with a small margin. White alone for an empty drawing.
 win32::Picture drawPicture(AcDbDatabase& database, const PictureWish& wish);
 
 } // namespace vndk::app

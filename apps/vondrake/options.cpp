@@ -44,7 +44,7 @@ void takeSize(Options& options, const std::string& text) {
 
 /// Empty when there is no view of that name.
 std::string viewOf(const std::string& name) {
-    for (const std::string_view known : {"top", "bottom", "front", "back", "left", "right", "iso"})
+    for (const std::string_view known : {"own", "top", "bottom", "front", "back", "left", "right", "iso"})
         if (name == known)
             return name;
     return {};
@@ -142,7 +142,7 @@ private:
         if (options_.pictureWidth > 0 && !takesSize)
             return complain("The option --size goes with --png and --window-png.");
         if (options_.view.empty())
-            return complain("The value of --view is top, bottom, front, back, left, right or iso.");
+            return complain("The value of --view is own, top, bottom, front, back, left, right or iso.");
         if ((options_.view != Options().view || options_.shaded) && options_.task != Task::Picture)
             return complain("The options --view and --shade go with --png.");
         if (options_.scale == kNoScale)
@@ -189,10 +189,10 @@ std::string_view helpText() {
            "                            on DRAWING or else on a new drawing\n"
            "  --keep-going              go on after a line that failed; the exit status tells of it\n"
            "  --facts DRAWING           write what is in DRAWING to standard output, as JSON\n"
-           "  --png FILE DRAWING        draw the model space of DRAWING into a PNG file\n"
+           "  --png FILE DRAWING        draw DRAWING into a PNG file, as it was seen when it was saved\n"
            "  --window-png FILE         draw the window as it opens on the drawings, without a screen\n"
            "  --size WxH                pixels of the picture (drawings 800x600, window 1280x800)\n"
-           "  --view NAME               from the top, bottom, front, back, left, right or iso (top)\n"
+           "  --view NAME               all of model space, from the top, bottom, front, back, left, right or iso\n"
            "  --shade                   surfaces shaded, what lies behind them hidden\n"
            "  --drive LETTER=FOLDER     map a drive letter; may be given more than once\n"
            "                            (without it: C: is your home folder, Z: the root)\n"

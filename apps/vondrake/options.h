@@ -17,7 +17,7 @@ struct Options {
     std::vector<std::string> drawings;       ///< Window, WindowPicture: all of them
     std::string picture;                     ///< Picture, WindowPicture: path of the PNG file
     int pictureWidth = 0, pictureHeight = 0; ///< pixels; 0: the task's own size
-    std::string view = "top";                ///< Picture: a name that viewDirection knows
+    std::string view = "own";                ///< Picture: as PictureWish has it
     bool shaded = false;                     ///< Picture
     bool keepGoing = false;
     int scale = 1;                   ///< Window: each of its pixels shows as scale x scale, 1 to 4

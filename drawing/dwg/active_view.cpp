@@ -15,7 +15,7 @@ namespace {
 
 /// A view as records hold it: the centre is in the plane of the screen.
 struct View {
-    double height = 0, twist = 0;
+    double height = 0, width = 0, twist = 0;
     AcGePoint2d center;
     AcGePoint3d target;
     AcGeVector3d direction;
@@ -63,7 +63,7 @@ AcDbObjectId activeRecord(const AcDbDatabase& database) {
 std::optional<View> readRecord(BitReader& bits) {
     View view;
     view.height = bits.BD();
-    bits.BD(); // the width
+    view.width = bits.BD();
     view.center.x = bits.RD();
     view.center.y = bits.RD();
     for (double* number : {&view.target.x, &view.target.y, &view.target.z, &view.direction.x, &view.direction.y,
@@ -121,7 +121,8 @@ AcDbObjectId sheetOf(const AcDbDatabase& database) {
 }
 
 View viewOf(const AcDbViewport::Data& data) {
-    return {data.viewHeight, data.twist, data.viewCenter, data.target, data.direction};
+    const double width = data.height > 0 ? data.viewHeight * data.width / data.height : 0;
+    return {data.viewHeight, width, data.twist, data.viewCenter, data.target, data.direction};
 }
 
 std::optional<View> paperView(const AcDbDatabase& database) {
@@ -151,6 +152,12 @@ bool setPaperView(const AcDbDatabase& database, const ActiveView& wanted) {
 std::optional<ActiveView> activeView(const AcDbDatabase& database, bool modelSpace) {
     const auto view = modelSpace ? modelView(database) : paperView(database);
     return view ? toWorld(*view) : std::nullopt;
+}
+
+double activeViewAspect(const AcDbDatabase& database, bool modelSpace) {
+    const auto view = modelSpace ? modelView(database) : paperView(database);
+    const double aspect = view ? view->width / view->height : 0;
+    return aspect > 0 && std::isfinite(aspect) ? aspect : 0;
 }
 
 std::optional<ActiveView> activeView(const AcDbDatabase& database) { return activeView(database, database.tilemode()); }

@@ -44,8 +44,18 @@ DrawingViews::Space& DrawingViews::space() {
     const bool model = database_.tilemode();
     Space& space = spaces_[model ? 0 : 1];
     if (!space.view)
-        space.view = dwg::activeView(database_, model);
+        space.view = space.stored = firstView(model);
     return space;
+}
+
+std::optional<DrawingViews::View> DrawingViews::firstView(bool model) const {
+    std::optional<View> view = dwg::activeView(database_, model);
+    const Host* const host = Host::current();
+    if (const Display* const display = host ? host->display() : nullptr; view && display)
+        if (const double narrower = dwg::activeViewAspect(database_, model) * display->height() / display->width();
+            narrower > 1 && isView({view->center, view->height * narrower}))
+            view->height *= narrower;
+    return view;
 }
 
 const DrawingViews::View& DrawingViews::current() {
@@ -88,10 +98,12 @@ void DrawingViews::store(double aspect) {
     const bool recording = database_.undoRecording();
     database_.disableUndoRecording(true);
     for (const bool model : {true, false}) {
-        const std::optional<View>& view = spaces_[model ? 0 : 1].view;
-        if (view && view != dwg::activeView(database_, model))
-            // A drawing without a place for its view is saved without one.
-            (void)dwg::setActiveView(database_, model, *view, aspect);
+        Space& space = spaces_[model ? 0 : 1];
+        if (space.view == space.stored)
+            continue;
+        // A drawing without a place for its view is saved without one.
+        (void)dwg::setActiveView(database_, model, *space.view, aspect);
+        space.stored = space.view;
     }
     database_.disableUndoRecording(!recording);
 }

@@ -120,7 +120,7 @@ PromptStatus askTangent(CommandContext& ctx, const char* text, Tangent& tangent)
         const PromptStatus status = ctx.prompts().getPoint(text, point);
         if (status != PromptStatus::Normal)
             return status;
-        if (const auto found = tangentOf(ctx, entityAt(ctx.database(), point, pickAperture(ctx.host())), point)) {
+        if (const auto found = tangentOf(ctx, entityAt(ctx.document(), point, pickAperture(ctx.host())), point)) {
             tangent = *found;
             return status;
         }

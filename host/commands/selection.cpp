@@ -1,5 +1,6 @@
 #include "commands/selection.h"
 
+#include "ap/drawing_views.h"
 #include "db/database.h"
 #include "ed/coordinates.h"
 #include "ed/display.h"
@@ -189,7 +190,7 @@ SelectionPrompt::Taken SelectionPrompt::takeEntity(AcDbObjectId id) {
 }
 
 SelectionPrompt::Taken SelectionPrompt::takePoint(const AcGePoint3d& point) {
-    const AcDbObjectId found = entityAt(ctx_.database(), point, pickAperture(ctx_.host()));
+    const AcDbObjectId found = entityAt(ctx_.document(), point, pickAperture(ctx_.host()));
     return found.isNull() ? takeRectangle(point, kByDirection) : takeEntity(found);
 }
 
@@ -210,8 +211,12 @@ SelectionPrompt::Taken SelectionPrompt::takeRectangle(const AcGePoint3d& first, 
                                                      : Look::Window);
     if (ctx_.prompts().getCorner("\nSpecify opposite corner: ", second, first) != PromptStatus::Normal)
         return Taken::Stopped;
-    const bool crossing = side == kCrossing || (side == kByDirection && second.x < first.x);
-    const SelectionRectangle rectangle = SelectionRectangle::between(ctx_.prompts().worldToUcs(), first, second);
+    // A rectangle of the screen, from whichever side that shows the drawing.
+    const AcGeMatrix3d toScreen = ucsToScreen(ctx_.document());
+    const AcGePoint3d from = toScreen * first, to = toScreen * second;
+    const bool crossing = side == kCrossing || (side == kByDirection && to.x < from.x);
+    const SelectionRectangle rectangle =
+        SelectionRectangle::between(worldToView(ctx_.document().views().current()), from, to);
     apply(shownWhere([&](const AcDbEntity& entity) {
         return crossing ? touches(entity, rectangle) : liesInside(entity, rectangle);
     }));
@@ -255,9 +260,11 @@ SelectionPrompt::Taken SelectionPrompt::takePath(const std::string& kind) {
     }
     if (status != PromptStatus::None)
         return Taken::Stopped;
-    SelectionPath path{prompts.worldToUcs(), {}};
-    for (const AcGePoint3d& point : points)
-        path.points.push_back({point.x, point.y});
+    SelectionPath path{worldToView(ctx_.document().views().current()), {}};
+    for (const AcGePoint3d& point : points) {
+        const AcGePoint3d seen = ucsToScreen(ctx_.document()) * point;
+        path.points.push_back({seen.x, seen.y});
+    }
     apply(shownWhere([&](const AcDbEntity& entity) {
         return kind == "Fence"      ? crosses(entity, path)
                : kind == "WPolygon" ? liesInside(entity, path)
@@ -284,7 +291,7 @@ SelectionPrompt::Taken SelectionPrompt::takeMultiple() {
         if (const AcDbObjectId named = answer.kind == Answer::Kind::Value ? entityOf(answer.value) : AcDbObjectId();
             !named.isNull())
             found.push_back(named);
-        else if (const AcDbObjectId id = entityAt(ctx_.database(), *point, pickAperture(ctx_.host())); !id.isNull())
+        else if (const AcDbObjectId id = entityAt(ctx_.document(), *point, pickAperture(ctx_.host())); !id.isNull())
             found.push_back(id);
     }
     apply(std::move(found));

@@ -19,25 +19,25 @@ namespace vndk::host {
 
 namespace {
 
-/// Takes a piece of an outline in the UCS; true ends the walk.
+/// Takes a piece of an outline in the plane; true ends the walk.
 using Touch = std::function<bool(const AcGePoint3d&, const AcGePoint3d&)>;
 
 /// How an outline is walked. Chords leave an arc by less than an eighth of `size`, or by a millionth of the radius
 /// where that is smaller still.
 struct Walk {
-    const AcGeMatrix3d& worldToUcs;
+    const AcGeMatrix3d& toPlane;
     double size;
     const Touch& touch;
 
     double chordAngle(double radius) const { return 2 * std::acos(1 - std::clamp(size / 8 / radius, 1e-6, 0.01)); }
-    bool line(const AcGePoint3d& a, const AcGePoint3d& b) const { return touch(worldToUcs * a, worldToUcs * b); }
+    bool line(const AcGePoint3d& a, const AcGePoint3d& b) const { return touch(toPlane * a, toPlane * b); }
 };
 
-/// The entity's box as seen in the UCS; false when it has none.
+/// The entity's box as seen in the plane; false when it has none.
 bool boxIn(const AcDbEntity& entity, const SelectionRectangle& rectangle, AcDbExtents& box) {
     if (entity.getGeomExtents(box) != Acad::eOk || box.isEmpty())
         return false;
-    box.transformBy(rectangle.worldToUcs);
+    box.transformBy(rectangle.toPlane);
     return true;
 }
 
@@ -247,7 +247,7 @@ Meeting meeting(const AcDbEntity& entity, const SelectionPath& path, bool closed
         pathBox.addPoint({point.x, point.y, 0});
     if (path.points.empty() || entity.getGeomExtents(box) != Acad::eOk || box.isEmpty())
         return found;
-    box.transformBy(path.worldToUcs);
+    box.transformBy(path.toPlane);
     const size_t pieces = path.points.size() - (closed ? 0 : 1);
     const Touch touch = [&](const AcGePoint3d& a, const AcGePoint3d& b) {
         found.isInside = found.isInside || isWithin(path.points, a);
@@ -256,24 +256,24 @@ Meeting meeting(const AcDbEntity& entity, const SelectionPath& path, bool closed
         return found.meets;
     };
     const AcGeVector3d span = pathBox.maxPoint() - pathBox.minPoint();
-    if (!walkOutline(entity, {path.worldToUcs, std::max(span.x, span.y) / 100, touch}))
+    if (!walkOutline(entity, {path.toPlane, std::max(span.x, span.y) / 100, touch}))
         walkBox(box, touch);
     return found;
 }
 
 } // namespace
 
-SelectionRectangle SelectionRectangle::between(const AcGeMatrix3d& worldToUcs, const AcGePoint3d& a,
+SelectionRectangle SelectionRectangle::between(const AcGeMatrix3d& toPlane, const AcGePoint3d& a,
                                                const AcGePoint3d& b) {
-    return {worldToUcs, {std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
+    return {toPlane, {std::min(a.x, b.x), std::min(a.y, b.y)}, {std::max(a.x, b.x), std::max(a.y, b.y)}};
 }
 
 bool liesInside(const AcDbEntity& entity, const SelectionRectangle& rectangle) {
-    // Lines exactly: in a turned UCS the box around the box would be too large.
+    // Lines exactly: in a turned plane the box around the box would be too large.
     if (const auto* line = AcDbLine::cast(&entity)) {
         AcDbExtents ends;
-        ends.addPoint(rectangle.worldToUcs * line->startPoint());
-        ends.addPoint(rectangle.worldToUcs * line->endPoint());
+        ends.addPoint(rectangle.toPlane * line->startPoint());
+        ends.addPoint(rectangle.toPlane * line->endPoint());
         return contains(rectangle, ends);
     }
     AcDbExtents box;
@@ -288,7 +288,7 @@ bool touches(const AcDbEntity& entity, const SelectionRectangle& rectangle) {
         return true;
     const double size = std::min(rectangle.max.x - rectangle.min.x, rectangle.max.y - rectangle.min.y);
     const Touch touch = [&](const AcGePoint3d& a, const AcGePoint3d& b) { return segmentTouches(a, b, rectangle); };
-    return walkOutline(entity, {rectangle.worldToUcs, size, touch}).value_or(true);
+    return walkOutline(entity, {rectangle.toPlane, size, touch}).value_or(true);
 }
 
 bool liesInside(const AcDbEntity& entity, const SelectionPath& polygon) {

@@ -8,17 +8,17 @@
 
 namespace vndk::host {
 
-/// Parallel to the axes of the user coordinate system, seen against its z axis.
+/// Parallel to the axes of a plane, mostly the screen's, and seen against its z axis.
 struct SelectionRectangle {
-    AcGeMatrix3d worldToUcs;
+    AcGeMatrix3d toPlane; // from world coordinates
     AcGePoint2d min, max;
 
-    static SelectionRectangle between(const AcGeMatrix3d& worldToUcs, const AcGePoint3d& a, const AcGePoint3d& b);
+    static SelectionRectangle between(const AcGeMatrix3d& toPlane, const AcGePoint3d& a, const AcGePoint3d& b);
 };
 
 /// A polygon, or an open chain of lines: a fence. Seen as the rectangle is.
 struct SelectionPath {
-    AcGeMatrix3d worldToUcs;
+    AcGeMatrix3d toPlane;
     std::vector<AcGePoint2d> points;
 };
 

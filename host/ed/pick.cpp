@@ -1,5 +1,7 @@
 #include "ed/pick.h"
 
+#include "ap/document.h"
+#include "ap/drawing_views.h"
 #include "db/database.h"
 #include "db/symbol_table.h"
 #include "db/viewport.h"
@@ -67,11 +69,16 @@ double pickAperture(Host& host, const char* variable) {
     return host.variables().getShort(variable) * host.variables().getReal("VIEWSIZE") / std::get<AcGePoint3d>(screen).y;
 }
 
-AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
+AcGeMatrix3d ucsToScreen(const AcApDocument& document) {
+    return worldToView(document.views().current()) * ucsToWorld(*document.database());
+}
+
+AcDbObjectId entityAt(const AcApDocument& document, const AcGePoint3d& point, double aperture) {
     const AcGeVector3d toCorner(aperture, aperture, 0);
+    const AcGePoint3d seen = ucsToScreen(document) * point;
     const SelectionRectangle box =
-        SelectionRectangle::between(ucsToWorld(database).inverse(), point - toCorner, point + toCorner);
-    return lastOf(database, [&](AcDbObjectId id) {
+        SelectionRectangle::between(worldToView(document.views().current()), seen - toCorner, seen + toCorner);
+    return lastOf(*document.database(), [&](AcDbObjectId id) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
         return entity && isShown(*entity) && !isSheet(*entity) && touches(*entity, box);
     });

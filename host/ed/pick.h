@@ -2,10 +2,11 @@
 #pragma once
 
 #include "db/object_id.h"
-#include "ge/vector.h"
+#include "ge/matrix3d.h"
 
 #include <vector>
 
+class AcApDocument;
 class AcDbDatabase;
 class AcDbEntity;
 
@@ -17,9 +18,12 @@ class Host;
 /// `variable` may name another one that holds pixels.
 double pickAperture(Host& host, const char* variable = "PICKBOX");
 
+/// From the UCS to the screen that shows the document's current space: x to the right, y up.
+AcGeMatrix3d ucsToScreen(const AcApDocument& document);
+
 /// The topmost entity of the current space that touches the square with half the side `aperture` (drawing units)
-/// around a point of the UCS, seen against the UCS's z axis; null if none. Only entities that are shown are found.
-AcDbObjectId entityAt(const AcDbDatabase& database, const AcGePoint3d& point, double aperture);
+/// around a point of the UCS, as it is seen on the screen; null if none. Only entities that are shown are found.
+AcDbObjectId entityAt(const AcApDocument& document, const AcGePoint3d& point, double aperture);
 
 /// The entities of the current space that are shown and whose boxes come within `aperture` of a point of the UCS; in
 /// the order of the drawing.

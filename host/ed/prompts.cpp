@@ -389,7 +389,7 @@ PromptStatus Prompts::entSel(std::string_view prompt, AcDbObjectId& entity, AcGe
             }
             if (!takePoint(answer, pickPoint))
                 return false;
-            found = entityAt(*database, pickPoint, pickAperture(host_));
+            found = entityAt(*host_.documents().curDocument(), pickPoint, pickAperture(host_));
             if (found.isNull()) {
                 host_.freshLine();
                 host_.print("There is no object at that point.\n");

@@ -292,7 +292,7 @@ void PointerTool::draw(Overlay& overlay) {
         drawSnap(overlay);
     }
     if (ahead_)
-        drawRectangle(overlay, *ahead_, at_.x < pixelOf(*ahead_).x);
+        drawFrame(overlay, *ahead_, at_.x < pixelOf(*ahead_).x);
 }
 
 void PointerTool::drawCross(Overlay& overlay) const {
@@ -319,7 +319,8 @@ void PointerTool::drawBand(Overlay& overlay) const {
         const bool leftward = at_.x < pixelOf(*prompt().base).x;
         const bool dashed = prompt().rectangle == Rectangle::Crossing ||
                             (prompt().rectangle == Rectangle::ByDirection && leftward) || prompt().dashed;
-        return drawRectangle(overlay, *prompt().base, dashed);
+        return prompt().rectangle == Rectangle::Plain ? drawRectangle(overlay, *prompt().base, dashed)
+                                                      : drawFrame(overlay, *prompt().base, dashed);
     }
     overlay.line(pixelOf(*prompt().base), pixelOf(place_), ink(),
                  prompt().dashed ? Overlay::Look::Dashed : Overlay::Look::Solid);
@@ -333,6 +334,14 @@ void PointerTool::drawRectangle(Overlay& overlay, const AcGePoint3d& corner, boo
     for (int i = 0; i < 4; ++i)
         overlay.line(pixelOf(corners[i]), pixelOf(corners[(i + 1) % 4]), ink(),
                      dashed ? Overlay::Look::Dashed : Overlay::Look::Solid);
+}
+
+/// Parallel to the sides of the screen: what lies in it is chosen.
+void PointerTool::drawFrame(Overlay& overlay, const AcGePoint3d& corner, bool dashed) const {
+    const CPoint a = pixelOf(corner), c = pixelOf(place_);
+    const CPoint corners[] = {a, {c.x, a.y}, c, {a.x, c.y}};
+    for (int i = 0; i < 4; ++i)
+        overlay.line(corners[i], corners[(i + 1) % 4], ink(), dashed ? Overlay::Look::Dashed : Overlay::Look::Solid);
 }
 
 void PointerTool::drawDragged(Overlay& overlay) const {

@@ -84,6 +84,7 @@ private:
     void drawCross(Overlay& overlay) const;
     void drawBand(Overlay& overlay) const;
     void drawRectangle(Overlay& overlay, const AcGePoint3d& corner, bool dashed) const;
+    void drawFrame(Overlay& overlay, const AcGePoint3d& corner, bool dashed) const;
     void drawSnap(Overlay& overlay) const;
     void drawDragged(Overlay& overlay) const;
     COLORREF ink() const;

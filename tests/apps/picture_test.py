@@ -60,12 +60,27 @@ class Pictures(Case):
     def test_sees_from_the_side_and_shades(self):
         self.batch(MAKE_DESK.replace("LINE 0,-3", "-LAYER M RED C 1 RED\n\nLINE 0,-3"))
         pictures = {}
-        for name, options in (("top", []), ("front", ["--view", "front"]), ("iso", ["--view=iso", "--shade"])):
+        for name, options in (("top", ["--view", "top"]), ("front", ["--view", "front"]), ("iso", ["--view=iso", "--shade"])):
             done = self.run_program("--png", name + ".png", *options, "plan.dwg")
             self.assertEqual((done.returncode, done.stderr), (0, ""))
             pictures[name] = read_png(self.folder / (name + ".png"))[2]
             self.assertIn(b"\xff\x00\x00", pictures[name])
         self.assertEqual(len({(self.folder / (name + ".png")).read_bytes() for name in pictures}), 3)
+
+    def test_shows_what_was_seen_when_it_was_saved(self):
+        # What the picture's sides cut off of a screen of 4 to 3 is made up for by its height.
+        wide = "ZOOM C 0,0 30\nLINE -19,9 19,9\n\nLINE 0,-14 0,14\n\nCECOLOR 1\nLINE 100,0 100,9\n\n"
+        self.batch(wide + "SAVEAS\n\nmodel\n")
+        drawn = {}
+        for name, options in (("own", []), ("narrow", ["--size", "300x900"]), ("top", ["--view", "top"])):
+            self.assertEqual(self.run_program("--png", name + ".png", *options, "model.dwg").returncode, 0)
+            drawn[name] = read_png(self.folder / (name + ".png"))[2]
+        self.assertEqual(drawn["own"], {WHITE, b"\0\0\0"})
+        self.assertEqual(drawn["narrow"], {WHITE, b"\0\0\0"})
+        self.assertIn(b"\xff\0\0", drawn["top"])
+        self.batch("CECOLOR 3\nTILEMODE 0\nLINE 0,0 9,5\n\nQSAVE\n", "model.dwg")
+        self.assertEqual(self.run_program("--png", "sheet.png", "model.dwg").returncode, 0)
+        self.assertEqual(read_png(self.folder / "sheet.png")[2], {WHITE, b"\0\xff\0"})
 
     def test_says_what_is_wrong(self):
         self.batch(MAKE_DESK)

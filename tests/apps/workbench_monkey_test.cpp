@@ -51,6 +51,12 @@ class MonkeyScreen : public screen::MemoryScreen {
 public:
     MonkeyScreen(unsigned seed, Clock::time_point end) : MemoryScreen(900, 650), random_(seed), end_(end) {}
 
+    /// Comes before whatever comes along.
+    void begin(const char* command) {
+        type(command);
+        press(VK_RETURN, false);
+    }
+
     void wait(int milliseconds) override {
         if (Clock::now() >= end_)
             ::PostQuitMessage(0);
@@ -159,8 +165,8 @@ private:
         held_.control = held_.shift = false;
     }
 
-    void typeWord() {
-        for (const char* c = kWords[static_cast<std::size_t>(below(static_cast<int>(kWords.size())))]; *c != 0; ++c) {
+    void type(const char* text) {
+        for (const char* c = text; *c != 0; ++c) {
             Event event;
             event.kind = Event::Kind::character;
             event.character = static_cast<unsigned char>(*c);
@@ -168,6 +174,10 @@ private:
             event.y = y_;
             post(event);
         }
+    }
+
+    void typeWord() {
+        type(kWords[static_cast<std::size_t>(below(static_cast<int>(kWords.size())))]);
         if (below(3) != 0)
             press(VK_RETURN, false);
     }
@@ -223,6 +233,9 @@ TEST_F(MonkeyTest, NothingCrashesAndNoDrawingIsLost) {
         // QUIT ends a round; the next one begins with what is on the disk then.
         SCOPED_TRACE("VONDRAKE_MONKEY_SEED=" + std::to_string(seed + round));
         MonkeyScreen screen(seed + round, std::min(begin + limit, Clock::now() + std::chrono::seconds(20)));
+        // In each second round the palette is there from the start.
+        if (round % 2 != 0)
+            screen.begin("BLOCKS");
         CWinApp application;
         application.SetProfileFile((folder_ / "settings.ini").c_str());
         host::Host host;

@@ -23,6 +23,9 @@ std::optional<ActiveView> activeView(const AcDbDatabase& database, bool modelSpa
 /// That of the current space.
 std::optional<ActiveView> activeView(const AcDbDatabase& database);
 
+/// How many times as wide as high the screen was that the view was saved on. 0 where that isn't known.
+double activeViewAspect(const AcDbDatabase& database, bool modelSpace);
+
 /// Makes the view the one that the space is shown with, on a screen so many times as wide as it is high. Nothing else
 /// of the record or viewport changes. False: there is none, it can't be opened, or its fields can't be read.
 bool setActiveView(AcDbDatabase& database, bool modelSpace, const ActiveView& view, double aspect);

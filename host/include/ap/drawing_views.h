@@ -1,6 +1,7 @@
 // What a drawing shows of model space and of paper space while it is open.
 //
-// Each space begins with the view that the file has. Views change by ZOOM, PAN and in the window; that isn't undone
+// Each space begins with the view that the file has; on a window that is narrower than the one it was saved in, with
+// all that was seen there. Views change by ZOOM, PAN and in the window; that isn't undone
 // with the drawing and doesn't make it one to be saved. A save writes them into the file where they have changed.
 #pragma once
 
@@ -37,10 +38,11 @@ public:
 
 private:
     struct Space {
-        std::optional<View> view;
+        std::optional<View> view, stored; // as it is, as the file has it
         std::deque<View> former;
     };
     Space& space();
+    std::optional<View> firstView(bool model) const;
 
     AcDbDatabase& database_;
     Space spaces_[2]; // model, paper

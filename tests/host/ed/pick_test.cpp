@@ -1,6 +1,7 @@
 // Which entity is found at a point, and how near one has to point.
 #include "ed/pick.h"
 
+#include "ap/drawing_views.h"
 #include "db/curves.h"
 #include "db/symbol_table.h"
 #include "host/host_fixture.h"
@@ -15,7 +16,7 @@ class PickTest : public HostTest {
 protected:
     /// The entity at the point, by its place in the drawing from 1; 0 for none.
     size_t at(double x, double y, double aperture = 0.1) {
-        const AcDbObjectId id = entityAt(database(), {x, y, 0}, aperture);
+        const AcDbObjectId id = entityAt(document(), {x, y, 0}, aperture);
         const AcDbObjectPointer<AcDbBlockTableRecord> space(currentSpace(database()));
         size_t place = 0;
         for (const AcDbObjectId entity : space->entities()) {
@@ -64,13 +65,15 @@ TEST_F(PickTest, takesTheLatestThatIsShown) {
     EXPECT_EQ(at(5, 0), 0U) << "the other space";
 }
 
-TEST_F(PickTest, seesTheDrawingAlongTheZAxisOfTheCoordinateSystem) {
+TEST_F(PickTest, seesTheDrawingAsTheScreenShowsIt) {
     run("LINE 0,0,50 10,0,50\n\nCIRCLE 0,0,7 5\n");
     EXPECT_EQ(at(7, 0), 1U) << "height doesn't count";
     EXPECT_EQ(at(0, 5), 2U);
     run("UCS O 100,100\n");
     EXPECT_EQ(at(-93, -100), 1U);
-    run("UCS W\nUCS 3 0,0,0 1,0,0 0,0,1\n"); // from the side: the circle is a line at height 7
+    run("UCS W\nUCS 3 0,0,0 1,0,0 0,0,1\n");
+    EXPECT_EQ(at(5, 7), 2U) << "seen from the top still";
+    document().views().show({{}, 100, {0, -1, 0}, {0, 0, 1}}); // from the front: the circle is a line at height 7
     EXPECT_EQ(at(3, 7), 2U);
     EXPECT_EQ(at(0, 5), 0U);
 }

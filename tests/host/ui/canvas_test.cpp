@@ -3,6 +3,8 @@
 
 #include "db/curves.h"
 #include "db/open.h"
+#include "dwg/active_view.h"
+#include "platform/temp_folder.h"
 
 namespace {
 
@@ -71,6 +73,21 @@ TEST_F(CanvasTest, keepsAViewForEachDrawing) {
     host.documents().closeDocument(first);
     settle();
     EXPECT_GT(litIn({10, 10}, {canvas().Width() - 100, canvas().Height() - 100}), 100);
+}
+
+TEST_F(CanvasTest, showsInANarrowWindowWhatWasSeenInAWideOne) {
+    const TempFolder folder;
+    const std::string path = folder / "wide.dwg";
+    ASSERT_TRUE(vndk::dwg::setActiveView(database(), true, {{0, 0, 0}, 30}, 10));
+    ASSERT_EQ(database().saveAs(path.c_str()), Acad::eOk);
+    ASSERT_EQ(host.documents().appContextOpenDocument(path.c_str()), Acad::eOk);
+    settle();
+    EXPECT_NEAR(view().height * canvas().Width() / canvas().Height(), 300, 1e-6);
+    run("LINE 0,0 1,1\n\nQSAVE\n");
+    EXPECT_EQ(vndk::dwg::activeView(database(), true)->height, 30) << "nobody has looked elsewhere";
+    run("ZOOM 2x\nQSAVE\n");
+    EXPECT_EQ(vndk::dwg::activeView(database(), true)->height, view().height);
+    EXPECT_NEAR(vndk::dwg::activeViewAspect(database(), true), canvas().Width() / double(canvas().Height()), 1e-9);
 }
 
 TEST_F(CanvasTest, movesTheCrossHairWithoutATrace) {

@@ -132,6 +132,48 @@ TEST_F(PointingTest, choosesByClickWindowAndCrossing) {
     }
 }
 
+TEST_F(PointingTest, choosesOnTheScreenFromWhicheverSide) {
+    // From the front the posts stand side by side; from the top they are dots.
+    constexpr const char* kPosts = "ERASE ALL\n\nLINE -8,0,-6 -8,50,6\n\nLINE 4,-90,-3 4,-90,3\n\n";
+    const vndk::host::DrawingViews::View front{{}, canvas().Height() / 10.0, {0, -1, 0}, {0, 0, 1}};
+    const struct {
+        POINT first, second;
+        size_t left;
+    } cases[] = {
+        {at(0, 5), at(9, -5), 1}, {at(9, -2), at(0, 2), 1}, {at(0, 2), at(9, -2), 2}, {at(-10, 8), at(9, -8), 0}};
+    for (const char* const ucs : {"UCS W\n", "UCS Z 30\n"})
+        for (const auto& c : cases) {
+            run(kPosts);
+            run(ucs);
+            document().views().show(front);
+            settle();
+            vndk::win32::UserScript user(screen);
+            user.clickAt(kCanvas, c.first).clickAt(kCanvas, c.second).rightClick(kCanvas);
+            run("ERASE\n");
+            EXPECT_TRUE(user.finish()) << user.failure();
+            EXPECT_EQ(entities().size(), c.left) << ucs << c.first.x << ' ' << c.first.y;
+            run("UCS W\n");
+        }
+    run(kPosts);
+    document().views().show(front);
+    run("ERASE W 0,0,-5 9,0,5\n\n");
+    EXPECT_EQ(entities().size(), 1U) << "typed corners";
+    run("ERASE F -10,0,0 0,0,0\n\n\n");
+    EXPECT_EQ(entities().size(), 0U);
+}
+
+TEST_F(PointingTest, aTurnedCoordinateSystemTurnsNoWindow) {
+    run("UCS Z 45\n");
+    user.moveTo(1, screenHeight - 2);
+    const POINT first = onScreen(frame.canvas().m_hWnd, at(-6, 6).x, at(-6, 6).y);
+    user.click(first.x, first.y);
+    const POINT second = onScreen(frame.canvas().m_hWnd, at(6, -6).x, at(6, -6).y);
+    user.moveTo(second.x, second.y);
+    settle();
+    EXPECT_EQ(litIn(at(-6, 6), {at(6, 6).x, at(6, 6).y}), 121) << "its upper side";
+    EXPECT_EQ(litIn(at(-6, 6), {at(-6, -6).x, at(-6, -6).y}), 121) << "its left side";
+}
+
 TEST_F(PointingTest, takesOutWithShiftAndShowsWhatIsChosen) {
     run("LINE -5,2 5,2\n\nLINE -5,-2 5,-2\n\n");
     const int solid = litIn(at(-4, 2), at(4, 2));
