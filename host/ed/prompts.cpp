@@ -22,9 +22,9 @@ using Wanted = PromptRequest::Kind;
 
 std::optional<AcGePoint3d> optionalOf(const AcGePoint3d* point) { return point ? std::optional(*point) : std::nullopt; }
 
-/// A LISP list of two or three numbers.
-std::optional<AcGePoint3d> pointOf(const lisp::Value& value) {
-    double xyz[3] = {0, 0, 0};
+/// A LISP list of two or three numbers; two lie at the elevation.
+std::optional<AcGePoint3d> pointOf(const lisp::Value& value, double elevation = 0) {
+    double xyz[3] = {0, 0, elevation};
     int count = 0;
     const lisp::Value* rest = &value;
     for (; rest->isCons(); rest = &rest->cdr()) {
@@ -120,9 +120,10 @@ PromptStatus Prompts::ask(PromptRequest request, TextForm form, std::string_view
 
 bool Prompts::takePoint(const Answer& answer, AcGePoint3d& point) const {
     std::optional<AcGePoint3d> taken;
+    AcApDocument* const document = host_.documents().curDocument();
     if (answer.kind == Kind::Value) {
-        taken = pointOf(answer.value);
-    } else if (AcApDocument* const document = host_.documents().curDocument()) {
+        taken = pointOf(answer.value, document ? document->database()->header().ELEVATION : 0);
+    } else if (document) {
         const AcDbDatabase& database = *document->database();
         taken = typedPoint(answer.text, {document->lastPoint, host::ucsToWorld(database).inverse(),
                                          angleUnits(database), database.header().ELEVATION});

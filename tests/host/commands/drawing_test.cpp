@@ -12,6 +12,7 @@ const DrawingCase kLines[] = {
     {"LINE 0,0 10,0\n\nLINE\n\n20,0\n\n", "LINE 0,0 10,0\nLINE 10,0 20,0"},
     {"LINE 1,2,3 4,5,6\n\n", "LINE 1,2,3 4,5,6"},
     {"LINE 0,0\n\n", ""},
+    {"ELEVATION 5\n(command \"LINE\" '(0 0) '(1 2 3) \"4,0\" \"\")\n", "LINE 0,0,5 1,2,3\nLINE 1,2,3 4,0,5"},
 };
 
 const DrawingCase kCircles[] = {
