@@ -172,6 +172,14 @@ void CPreviewDlg::OnSelchangeTab(NMHDR* /*pNMHDR*/, LRESULT* pResult) {
     *pResult = 0;
 }
 
+BOOL CPreviewDlg::PreTranslateMessage(MSG* pMsg) {
+    // The wheel is for the picture under the mouse, though a button that was pushed has the focus.
+    for (int i = 0; pMsg->message == WM_MOUSEWHEEL && i < m_controls.GetSize(); ++i)
+        if (::WindowFromPoint(pMsg->pt) == m_controls[i]->m_hWnd)
+            pMsg->hwnd = m_controls[i]->m_hWnd;
+    return CResizableDlg::PreTranslateMessage(pMsg);
+}
+
 /// Opens the drawing and ends, or inserts the block and stays.
 void CPreviewDlg::OnOpen() {
     const int nSelected = m_tabs.GetCurSel();

@@ -20,6 +20,7 @@ public:
     void SetBlock(const CString& strName) { m_strName = strName; }
 
     BOOL OnInitDialog() override;
+    BOOL PreTranslateMessage(MSG* pMsg) override;
 
     CBlockPaletteDlg* m_pOwnerDlg = nullptr; ///< not owned
 

@@ -163,6 +163,26 @@ TEST_F(PreviewDlgTest, ShowEverythingAfterTheCornerWasDragged) {
     }
 }
 
+TEST_F(PreviewDlgTest, TurnTheWheelOverThePictureWhateverHasTheFocus) {
+    const auto lit = [this] {
+        settle();
+        int found = 0;
+        for (int x = 0; x < placeOf(kControl).Width() - 4; ++x) // within its edge
+            for (int y = 0; y < placeOf(kControl).Height() - 4; ++y)
+                found += pixel(onScreen(item(kControl), x, y).x, onScreen(item(kControl), x, y).y) == 0xFFFFFF ? 1 : 0;
+        return found;
+    };
+    int before = 0;
+    int after = 0;
+    run([&](UserScript& user) {
+        user.click(IDC_PAN).call([&] { before = lit(); });
+        user.wheel(kControl, -3).call([&] { after = lit(); }).wheel(IDC_OPEN, -3);
+        user.call([&] { EXPECT_EQ(lit(), after) << "not elsewhere"; }).click(IDCANCEL);
+    });
+    EXPECT_GT(before, 100);
+    EXPECT_NEAR(after, 0.9 * before, 0.03 * before) << "one step, whatever the turn";
+}
+
 TEST_F(PreviewDlgTest, InsertTheBlockAtAPointAndStay) {
     host.commandLine().input().feed("1.5,2\n");
     run([](UserScript& user) {
