@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <set>
 
 namespace vndk::acis {
 
@@ -196,6 +197,7 @@ std::optional<std::string> transformed(std::string_view text, const AcGeMatrix3d
     if (!sat || matrix.isSingular())
         return std::nullopt;
     std::vector<Replacement> changes;
+    std::set<const SatRecord*> moved;
     std::string added;
     size_t count = sat->records.size();
     for (const SatRecord& body : sat->records) {
@@ -208,7 +210,9 @@ std::optional<std::string> transformed(std::string_view text, const AcGeMatrix3d
         if (const SatRecord* const former = sat->at(body.pointer(*link))) {
             if (former->name != "transform" || former->tokens.size() <= sat->firstToken())
                 return std::nullopt;
-            changes.push_back({tail(*former, sat->firstToken()), tokens.substr(0, tokens.size() - 1)});
+            // Bodies may share it: they move together.
+            if (moved.insert(former).second)
+                changes.push_back({tail(*former, sat->firstToken()), tokens.substr(0, tokens.size() - 1)});
             continue;
         }
         changes.push_back({body.tokens[*link], "$" + std::to_string(count++)});

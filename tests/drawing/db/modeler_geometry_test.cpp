@@ -177,6 +177,18 @@ TEST(Solids, TwoBodiesOfOneTextHaveEdgesOfTheirOwn) {
 }
 
 /// Tokens changed, doubled, left out: nothing hangs or is read that isn't there.
+TEST(Solids, BodiesThatShareATransformMoveTogether) {
+    const std::string text =
+        "400 3 1 0\n5 Maker 3 One 4 Date\n1 1e-7 1e-10\nbody $-1 $-1 $-1 $2 #\n"
+        "body $-1 $-1 $-1 $2 #\ntransform $-1 1 0 0 0 1 0 0 0 1 5 0 0 1 no_rotate no_reflect no_shear #\n";
+    const auto moved = acis::transformed(text, AcGeMatrix3d::translation({1, 2, 3}));
+    ASSERT_TRUE(moved);
+    const auto sat = acis::SatText::parse(*moved);
+    ASSERT_TRUE(sat && sat->records.size() == 3);
+    for (const size_t body : {0, 1})
+        EXPECT_TRUE(sat->transformOf(sat->records[body]).isEqualTo(AcGeMatrix3d::translation({6, 2, 3})));
+}
+
 TEST(Solids, DamagedTextsDoNoHarm) {
     std::mt19937 random(7);
     for (const std::string& whole : {boxText(4, 4, 1, true), coneText(1), kDome, kElbow})
