@@ -38,8 +38,8 @@ fuzz: build/fuzzing/build.ninja
 	cmake --build build/fuzzing --target fuzzers -j $(JOBS)
 	FUZZ_SECONDS=$(FUZZ_SECONDS) JOBS=$(JOBS) scripts/fuzz build/fuzzing/fuzz
 
-lint: build/debug/build.ninja setup-lint
-	scripts/lint build/debug
+lint: build/linting/build.ninja
+	scripts/lint build/linting
 
 format: setup-lint
 	scripts/format
@@ -67,5 +67,5 @@ build/benchmarking/build.ninja: CMakePresets.json | setup-bench
 	cmake --preset bench && touch $@
 build/fuzzing/build.ninja: CMakePresets.json | setup-fuzz
 	cmake --preset fuzz && touch $@
-build/debug/build.ninja: CMakePresets.json | setup-lint
-	cmake --preset debug && touch $@
+build/linting/build.ninja: CMakePresets.json | setup-lint
+	cmake --preset lint && touch $@

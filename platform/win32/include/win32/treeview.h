@@ -319,7 +319,7 @@ inline BOOL TreeView_Expand(HWND tree, HTREEITEM item, UINT code) {
 }
 inline BOOL TreeView_GetItemRect(HWND tree, HTREEITEM item, RECT* rect, BOOL textOnly) {
     if (rect != nullptr)
-        std::memcpy(static_cast<void*>(rect), &item, sizeof(HTREEITEM));
+        std::memcpy(static_cast<void*>(rect), &item, sizeof item);
     return static_cast<BOOL>(
         SendMessageA(tree, TVM_GETITEMRECT, static_cast<WPARAM>(textOnly), reinterpret_cast<LPARAM>(rect)));
 }
