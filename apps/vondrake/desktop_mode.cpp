@@ -34,6 +34,8 @@ ExitStatus runDesktop(CWinApp& application, host::Host& host, const Options& opt
 
     ExitStatus status = loadObjectLibrary(host) ? kAllWell : kCommandFailed;
     const bool opened = status == kAllWell && openDrawings(host, options.drawings);
+    // A module may have something to say at its start: it stands over a window that is whole.
+    frame.showDrawings();
     if (status == kAllWell && !loadModule(host))
         status = kCommandFailed;
     if (status == kAllWell)

@@ -129,9 +129,13 @@ void MainFrame::leave() {
     host_.setMainWindow(nullptr);
 }
 
-void MainFrame::run(CWinApp& application) {
+void MainFrame::showDrawings() {
     canvas_->follow();
     showIdle();
+}
+
+void MainFrame::run(CWinApp& application) {
+    showDrawings();
     SetFocus();
     application.Run();
 }

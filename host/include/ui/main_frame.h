@@ -35,6 +35,8 @@ public:
 
     /// Fills the screen and becomes the host's main window. False when the window can't be made.
     bool open();
+    /// Shows what is open, and that a command is waited for.
+    void showDrawings();
     /// Lives until the user leaves.
     void run(CWinApp& application);
     /// Gives back the host; before the modules take their windows down.
