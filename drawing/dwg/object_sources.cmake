@@ -1,5 +1,6 @@
 set(DWG_OBJECT_SOURCES
   dwg/active_view.cpp
+  dwg/draw_order.cpp
   dwg/annotation_fields.cpp
   dwg/block_header_fields.cpp
   dwg/complex_fields.cpp

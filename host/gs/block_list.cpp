@@ -3,6 +3,7 @@
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/open.h"
+#include "dwg/draw_order.h"
 #include "gi/entity_drawing.h"
 #include "gs/list_builder.h"
 
@@ -54,7 +55,7 @@ void BlockList::buildAll() {
     built_ = block || block.openStatus() != Acad::eWasOpenForWrite;
     if (!block)
         return;
-    const std::vector<AcDbObjectId>& entities = block->entities();
+    const std::vector<AcDbObjectId> entities = dwg::drawOrder(*block);
     list_.parts.resize(entities.size());
     list_.boxes.resize(entities.size());
     list_.items.reserve(entities.size());

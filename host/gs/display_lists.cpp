@@ -2,6 +2,7 @@
 
 #include "db/database.h"
 #include "db/dictionary.h"
+#include "db/symbol_tables.h"
 
 namespace vndk::gs {
 
@@ -94,15 +95,15 @@ void DisplayLists::watch(AcDbDatabase& database) {
         watcher = std::make_unique<Watcher>(*this, database);
 }
 
-/// Layers and linetypes are looked up when a list is drawn, and tables say nothing of their records; what else isn't
-/// an entity may change any picture.
+/// Layers and linetypes are looked up when a list is drawn, tables say nothing of their records, and records that
+/// aren't known here (views, coordinate systems) aren't seen; what else isn't an entity may change any picture.
 void DisplayLists::changed(const AcDbObject& object) {
     if (const auto* const entity = AcDbEntity::cast(&object))
         return entityChanged(*entity);
     if (const auto* const record = AcDbBlockTableRecord::cast(&object))
         return recordChanged(*record);
     if (!AcDbLayerTableRecord::cast(&object) && !AcDbLinetypeTableRecord::cast(&object) &&
-        !AcDbSymbolTable::cast(&object) && !AcDbDictionary::cast(&object))
+        !AcDbOpaqueTableRecord::cast(&object) && !AcDbSymbolTable::cast(&object) && !AcDbDictionary::cast(&object))
         clear();
 }
 

@@ -212,6 +212,9 @@ void GraphicsView::drawPaperViewports(const Shown& shown, const Raster& raster, 
         Raster inside = raster.within(part);
         Styles styles(database, background);
         styles.freeze(viewport.frozenLayers);
+        // Dashes come out as long in all viewports as on the sheet.
+        if (database.header().PSLTSCALE)
+            styles.scaleLinetypes(1 / viewport.scale);
         Painting painting = paintingFor(database, background);
         painting.viewportHeight = part.bottom - part.top + 1.0;
         ListPainter(inside, shown.model->lists(), styles, painting)

@@ -48,6 +48,7 @@ std::vector<PaperViewport> viewportsOn(const AcDbBlockTableRecord& record) {
         const AcDbViewport::Data& data = viewport->data();
         PaperViewport view;
         view.frozenLayers = data.frozenLayers;
+        view.scale = data.height / data.viewHeight;
         if (!std::exchange(isSheet, false) && !(data.status & kOff) && data.viewHeight > 0 && data.width > 0 &&
             data.height > 0 && viewport->getGeomExtents(view.frame) == Acad::eOk &&
             isFinite(view.toSheet = toSheet(*viewport)))

@@ -11,6 +11,7 @@ namespace vndk::gs {
 struct PaperViewport {
     AcDbExtents frame;    // on the sheet
     AcGeMatrix3d toSheet; // from the model's coordinates
+    double scale = 1;     // sheet units of a model unit
     std::vector<AcDbObjectId> frozenLayers;
 };
 

@@ -42,6 +42,8 @@ public:
 
     /// Layers that are frozen here beside those that are everywhere. Comes before anything is resolved.
     void freeze(std::vector<AcDbObjectId> layers) { frozenHere_ = std::move(layers); }
+    /// Of all linetypes, beside the drawing's own scale.
+    void scaleLinetypes(double factor) { scale_ *= factor; }
     /// Around what stands in a space itself.
     Surroundings outermost() const;
     Style resolve(const Look& look, const Surroundings& around);

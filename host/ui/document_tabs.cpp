@@ -116,8 +116,8 @@ void DocumentTabs::OnSize(UINT type, int width, int height) {
     if (!close_.GetSafeHwnd())
         return;
     const int room = kCloseSize + 2 * kGap;
-    // The control's own frame around pages lies below the strip.
-    tabs_.MoveWindow(0, 2, std::max(width - room, 0), height + 4);
+    // The control's own frame around pages lies below the strip, all of it.
+    tabs_.MoveWindow(0, 3, std::max(width - room, 0), height + 4);
     close_.MoveWindow(width - kGap - kCloseSize, (height - kCloseSize) / 2, kCloseSize, kCloseSize - 2);
 }
 

@@ -1,4 +1,9 @@
 // Pictures after changes are those that would be drawn from the beginning.
+#include "db/dictionary.h"
+#include "db/opaque.h"
+#include "dwg/active_view.h"
+#include "dwg/bit_writer.h"
+#include "gs/graphics_model.h"
 #include "host/gs/gs_fixture.h"
 
 #include <random>
@@ -108,4 +113,63 @@ TEST_F(FollowingTest, HeaderVariablesCountAtTheNextPicture) {
         EXPECT_EQ(count(kRed, 0, 0, 99, 35) > 50, mode > 0) << mode;
         EXPECT_EQ(count(kGreen) > 50, mode == 2) << mode;
     }
+}
+
+TEST_F(FollowingTest, AKeptViewIsNoReasonToDrawAllAnew) {
+    for (int row = 0; row < 1100; ++row)
+        append(lineInRow(row));
+    draw();
+    auto& lists = static_cast<vndk::gs::GraphicsModel*>(model)->lists();
+    AcGeMatrix3d anywhere;
+    lists.partsIn(database.modelSpaceId(), true, anywhere, {0, 0, 10, 10});
+    ASSERT_TRUE(lists.canFind(database.modelSpaceId(), true));
+    ASSERT_TRUE(vndk::dwg::setActiveView(database, true, {{1, 2, 0}, 30}, 1.5));
+    EXPECT_TRUE(lists.canFind(database.modelSpaceId(), true));
+}
+
+TEST_F(FollowingTest, ATableSaysWhatCoversWhat) {
+    const AcDbObjectId red = append(lineInRow(10, 1)), green = append(lineInRow(10, 3));
+    append(lineInRow(20, 5));
+    append(lineInRow(20, 2));
+    draw();
+    EXPECT_EQ(at(50, 10), kGreen);
+    // Red and green change places; the others keep theirs.
+    const auto order = [&](bool whole) {
+        vndk::dwg::BitWriter bits;
+        bits.BL(2);
+        bits.H(0, green.handle().value());
+        bits.H(0, red.handle().value());
+        AcDbOpaqueFields fields;
+        fields.typeName = "SORTENTSTABLE";
+        fields.bitCount = static_cast<uint32_t>(whole ? bits.position() : bits.position() - 9);
+        fields.bits.assign(reinterpret_cast<const char*>(bits.data().data()), bits.data().size());
+        for (const AcDbObjectId id : {database.modelSpaceId(), red, green})
+            fields.references.push_back({4, id});
+        return fields;
+    };
+    AcDbObjectId table;
+    {
+        const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
+        ASSERT_EQ(space->createExtensionDictionary(), Acad::eOk);
+        const AcDbObjectPointer<AcDbDictionary> dictionary(space->extensionDictionary(), AcDb::kForWrite);
+        auto* const object = new AcDbOpaqueObject;
+        object->setFields(order(true));
+        ASSERT_EQ(dictionary->setAt("ACAD_SORTENTS", object, table), Acad::eOk);
+        object->close();
+    }
+    draw();
+    EXPECT_EQ(at(50, 10), kRed);
+    EXPECT_EQ(at(50, 20), kYellow);
+    EXPECT_EQ(view->entityAt({50, kSide - 1 - 10}, 0), red);
+    const AcDbObjectId last = append(lineInRow(10, 5));
+    draw();
+    EXPECT_EQ(view->entityAt({50, kSide - 1 - 10}, 0), last);
+    AcDbObjectPointer<AcDbEntity>(last, AcDb::kForWrite)->erase();
+
+    AcDbObjectPointer<AcDbOpaqueObject> changed(table, AcDb::kForWrite);
+    changed->assertWriteEnabled();
+    changed->setFields(order(false));
+    changed.close();
+    draw();
+    EXPECT_EQ(at(50, 10), kGreen) << "one that can't be read is none";
 }

@@ -62,6 +62,22 @@ protected:
         record->close();
         return id;
     }
+    /// Dashes of 10 units and gaps of the same length.
+    AcDbObjectId newDashes() {
+        AcDbObjectId dashed;
+        const AcDbObjectPointer<AcDbLinetypeTable> table(database.linetypeTableId(), AcDb::kForWrite);
+        auto* const record = new AcDbLinetypeTableRecord;
+        record->setName("GAPS");
+        AcDbLinetypeTableRecord::Data data;
+        data.patternLength = 20;
+        data.dashes.resize(2);
+        data.dashes[0].length = 10;
+        data.dashes[1].length = -10;
+        record->setData(data);
+        table->add(dashed, record);
+        record->close();
+        return dashed;
+    }
     /// A line from the left to the right edge in the middle of the pixels of a row.
     static std::unique_ptr<AcDbLine> lineInRow(int row, short color = 1) {
         auto line = std::make_unique<AcDbLine>(AcGePoint3d(0, row + 0.5, 0), AcGePoint3d(kSide, row + 0.5, 0));

@@ -38,6 +38,7 @@ protected:
         view->update();
     }
     AcDbObjectId layer = newLayer("green", 3);
+    AcDbObjectId other = newBlock("*Paper_Space0");
 
 private:
     int frames_ = 0;
@@ -72,6 +73,42 @@ TEST_F(PaperViewportsTest, ShowTheModelToScaleWithinTheirFrame) {
     changed.status = 0x20000;
     change(id, changed);
     EXPECT_EQ(count(kRed) + count(kGreen), 0) << "switched off";
+}
+
+TEST_F(PaperViewportsTest, HaveFramesButForTheSheetItself) {
+    const auto framed = [&](double side, short color) {
+        auto made = std::make_unique<AcDbViewport>();
+        AcDbViewport::Data place = data();
+        place.width = place.height = side;
+        place.status = 0x20000;
+        made->setFileData(place);
+        made->setColorIndex(color);
+        append(std::move(made), other);
+    };
+    framed(60, 5);
+    framed(20, 1);
+    show(other);
+    view->update();
+    EXPECT_EQ(count(kBlue), 0) << "the first one is the sheet";
+    EXPECT_GE(count(kRed), 80);
+}
+
+TEST_F(PaperViewportsTest, HaveDashesOfTheSheetIfSoSet) {
+    auto line = lineInRow(10, 5);
+    line->setLinetype(newDashes());
+    append(std::move(line));
+    viewport(data()); // half as large as the model
+    const auto gaps = [&] {
+        view->update();
+        int found = 0;
+        for (int x = 31; x < 70; ++x)
+            found += at(x, 50) != kBlue && at(x - 1, 50) == kBlue;
+        return found;
+    };
+    database.changeHeader("PSLTSCALE", [](auto& header) { header.PSLTSCALE = true; });
+    EXPECT_EQ(gaps(), 2) << "40 units of the sheet";
+    database.changeHeader("PSLTSCALE", [](auto& header) { header.PSLTSCALE = false; });
+    EXPECT_EQ(gaps(), 4) << "80 units of the model";
 }
 
 TEST_F(PaperViewportsTest, SeeTheModelFromAnySide) {

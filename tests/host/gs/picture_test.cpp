@@ -207,20 +207,7 @@ TEST_F(PictureTest, ParagraphsShowTheirFormats) {
 }
 
 TEST_F(PictureTest, LinetypesBreakLinesAndSettleTheEnds) {
-    AcDbObjectId dashed;
-    {
-        const AcDbObjectPointer<AcDbLinetypeTable> table(database.linetypeTableId(), AcDb::kForWrite);
-        auto* const record = new AcDbLinetypeTableRecord;
-        record->setName("GAPS");
-        AcDbLinetypeTableRecord::Data data;
-        data.patternLength = 20;
-        data.dashes.resize(2);
-        data.dashes[0].length = 10;
-        data.dashes[1].length = -10;
-        record->setData(data);
-        table->add(dashed, record);
-        record->close();
-    }
+    const AcDbObjectId dashed = newDashes();
     auto line = lineInRow(10);
     line->setLinetype(dashed);
     append(std::move(line));

@@ -5,6 +5,7 @@
 #include "db/open.h"
 #include "dwg/active_view.h"
 #include "platform/temp_folder.h"
+#include "ui/document_tabs.h"
 
 namespace {
 
@@ -88,6 +89,18 @@ TEST_F(CanvasTest, showsInANarrowWindowWhatWasSeenInAWideOne) {
     run("ZOOM 2x\nQSAVE\n");
     EXPECT_EQ(vndk::dwg::activeView(database(), true)->height, view().height);
     EXPECT_NEAR(vndk::dwg::activeViewAspect(database(), true), canvas().Width() / double(canvas().Height()), 1e-9);
+}
+
+TEST_F(CanvasTest, leavesNothingOfTheTabsFrameAboveIt) {
+    CRect strip;
+    frame.tabs().GetClientRect(strip);
+    const COLORREF face = GetSysColor(COLOR_3DFACE);
+    for (LONG y = strip.bottom - 3; y < strip.bottom; ++y)
+        for (LONG x = strip.Width() / 2; x < strip.right; ++x) {
+            const POINT at = onScreen(frame.tabs().m_hWnd, x, y);
+            const std::uint32_t color = pixel(at.x, at.y);
+            ASSERT_EQ(RGB(color >> 16 & 0xFF, color >> 8 & 0xFF, color & 0xFF), face) << x << ' ' << y;
+        }
 }
 
 TEST_F(CanvasTest, movesTheCrossHairWithoutATrace) {
