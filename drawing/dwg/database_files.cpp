@@ -75,8 +75,9 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const char* fileName, int shareMode,
         lastFileError_ = read.error().message;
         return statusOf(read.error().kind, path.c_str());
     }
-    undo_.clear();
     fileName_ = path;
+    acrxEventReactors().tell([&](AcRxEventReactor& r) { r.dwgFileOpened(this, path.data()); });
+    undo_.clear();
     return Acad::eOk;
 }
 
