@@ -116,6 +116,7 @@ void CGsPreviewCtrl::LoadDrawing(CString strPath) {
         clearAll();
     } catch (...) {
         acedAlert("clearAll failed");
+        CGsPreviewCtrl::clearAll(); // the view must not outlive what it shows
     }
     mpDatabase.reset();
     mDrawingPath.Empty();
@@ -156,17 +157,21 @@ void CGsPreviewCtrl::ReadDrawing(const CString& strPath) {
 }
 
 void CGsPreviewCtrl::LoadBlock(CString strName) {
-    clearAll();
-    if (mpDatabase && mDrawingPath.IsEmpty())
-        mpDatabase.reset();
-    if (strName.IsEmpty())
-        return;
-    AcDbDatabase* pDatabase = mpDatabase ? mpDatabase.get() : WorkingDatabase();
-    AcDbBlockTableRecord* pRecord = pDatabase ? OpenRecord(pDatabase, strName) : nullptr;
-    if (!pRecord)
-        return;
-    mShownName = strName;
-    SetUpView(pRecord, false);
+    try {
+        clearAll();
+        if (mpDatabase && mDrawingPath.IsEmpty())
+            mpDatabase.reset();
+        if (strName.IsEmpty())
+            return;
+        AcDbDatabase* pDatabase = mpDatabase ? mpDatabase.get() : WorkingDatabase();
+        AcDbBlockTableRecord* pRecord = pDatabase ? OpenRecord(pDatabase, strName) : nullptr;
+        if (!pRecord)
+            return;
+        mShownName = strName;
+        SetUpView(pRecord, false);
+    } catch (...) {
+        mShownName.Empty();
+    }
 }
 
 AcDbBlockTableRecord* CGsPreviewCtrl::OpenRecord(AcDbDatabase* pDatabase, const CString& strName) {

@@ -121,15 +121,15 @@ void CGsPreviewCtrl::OnSize(UINT nType, int cx, int cy) {
         dc.FillRect(client, mBackBrush.get());
         return;
     }
-    if (mpView) {
-        mpView->invalidate();
-        mpView->update();
-    }
     try {
+        if (mpView) {
+            mpView->invalidate();
+            mpView->update();
+        }
         if (mShowGadget)
             DrawOrbitGadget(nullptr);
     } catch (...) {
-        // The next paint draws it.
+        // The next paint draws it, or tells.
     }
 }
 

@@ -1,14 +1,11 @@
 // The preview's control: what it asks of the graphics system, number by number, and what the user sees.
-#include "db/block_table.h"
-#include "db/curves.h"
-#include "module/palette/palette_fixture.h"
-#include "module/previews/recording_graphics.h"
-#include "previews/gs_preview_ctrl.h"
+#include "db/block_reference.h"
+#include "module/previews/gs_preview_fixture.h"
+#include "resources/resource.h"
 
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <fstream>
 
 using testing::Contains;
 using testing::ElementsAre;
@@ -17,96 +14,6 @@ using testing::IsEmpty;
 using testing::Not;
 
 namespace {
-
-constexpr int kWidth = 200;
-constexpr int kHeight = 100;
-using Button = vndk::screen::MouseButton;
-
-class PreviewTest : public PaletteTest {
-protected:
-    PreviewTest() {
-        host.setAlert([this](std::string_view text) { alerts.emplace_back(text); });
-    }
-    ~PreviewTest() override { ctrl.reset(); }
-
-    void make() {
-        ctrl = std::make_unique<CGsPreviewCtrl>();
-        ASSERT_TRUE(ctrl->Create("", WS_CHILD | WS_VISIBLE, CRect(10, 20, 10 + kWidth, 20 + kHeight), &parent, 1100));
-        settle();
-    }
-
-    AcDbDatabase& database() { return *host.documents().curDocument()->database(); }
-
-    void addBlock(const char* name, const std::vector<std::pair<AcGePoint3d, AcGePoint3d>>& lines) {
-        const AcDbObjectPointer<AcDbBlockTable> table(database().blockTableId(), AcDb::kForWrite);
-        auto* const record = new AcDbBlockTableRecord;
-        record->setName(name);
-        AcDbObjectId id;
-        ASSERT_EQ(table->add(id, record), Acad::eOk);
-        for (const auto& [from, to] : lines) {
-            auto* const line = new AcDbLine(from, to);
-            ASSERT_EQ(record->appendAcDbEntity(id, line), Acad::eOk);
-            line->close();
-        }
-        record->close();
-    }
-
-    /// A drawing in the DOS form, with a line from 0,0 to 40,30.
-    std::string drawing(const char* name) {
-        host.runText("LINE 0,0 40,30\n\n");
-        EXPECT_EQ(database().saveAs((folder / (std::string("t/") + name)).c_str()), Acad::eOk);
-        host.runText("U\n");
-        return std::string("T:\\") + name;
-    }
-
-    /// A point of the control, on the screen.
-    POINT at(int x, int y) const { return onScreen(ctrl->m_hWnd, x, y); }
-    void hold(int x, int y, Button button = Button::left) {
-        user.moveTo(at(x, y).x, at(x, y).y);
-        user.press(button);
-        settle();
-    }
-    void move(int x, int y) {
-        user.moveTo(at(x, y).x, at(x, y).y);
-        settle();
-    }
-    void release(Button button = Button::left) {
-        user.release(button);
-        settle();
-    }
-
-    /// The calls since the last time, without those that every redraw makes.
-    static std::vector<std::string> steps(GraphicsLog& log) {
-        std::vector<std::string> calls = log.take();
-        std::erase_if(calls,
-                      [](const std::string& call) { return call == "view.invalidate" || call == "view.update"; });
-        return calls;
-    }
-
-    std::unique_ptr<CGsPreviewCtrl> ctrl;
-    std::vector<std::string> alerts;
-};
-
-/// With a graphics system that keeps what it is asked.
-class PreviewCallsTest : public PreviewTest {
-protected:
-    PreviewCallsTest() {
-        make();
-        addBlock("DOOR", {{{1, 2, 0}, {5, 2, 0}}, {{5, 2, 3}, {5, 8, 3}}});
-    }
-    ~PreviewCallsTest() override {
-        ctrl.reset();
-        EXPECT_EQ(graphics.log.alive, 0) << "everything is given back";
-    }
-    void show(int mode) {
-        ctrl->LoadBlock("DOOR");
-        ctrl->mMode = mode;
-        settle();
-        graphics.log.take();
-    }
-
-    RecordingGraphics graphics;
-};
 
 TEST_F(PreviewCallsTest, SetUpAViewOnABlockInOrder) {
     graphics.log.take();
@@ -143,8 +50,36 @@ TEST_F(PreviewCallsTest, ShowADrawingByTheExtentsItWasSavedWith) {
     addBlock("LATER", {});
     ctrl->LoadBlock("LATER");
     EXPECT_STREQ(ctrl->ShownName(), "");
+    graphics.log.take();
     ctrl->LoadBlock("*Paper_Space");
     EXPECT_STREQ(ctrl->ShownName(), "*Paper_Space");
+    EXPECT_THAT(graphics.log.take(), Not(Contains("view.eraseAll")));
+}
+
+TEST_F(PreviewCallsTest, TakeTheExtentsAsTheyAre) {
+    // A reference of an empty block has none, and adds nothing.
+    addBlock("NOTHING", {});
+    addBlock("MARKED", {{{1, 2, 0}, {5, 8, 0}}});
+    {
+        const AcDbObjectPointer<AcDbBlockTable> table(database().blockTableId());
+        AcDbObjectId marked;
+        ASSERT_EQ(table->getAt("MARKED", marked), Acad::eOk);
+        AcDbObjectId nothing;
+        ASSERT_EQ(table->getAt("NOTHING", nothing), Acad::eOk);
+        const AcDbObjectPointer<AcDbBlockTableRecord> record(marked, AcDb::kForWrite);
+        auto* const reference = new AcDbBlockReference(AcGePoint3d(50, 50, 0), nothing);
+        AcDbObjectId id;
+        ASSERT_EQ(record->appendAcDbEntity(id, reference), Acad::eOk);
+        AcDbExtents none;
+        EXPECT_NE(reference->getGeomExtents(none), Acad::eOk);
+        reference->close();
+    }
+    ctrl->LoadBlock("MARKED");
+    EXPECT_THAT(graphics.log.take(), Contains("view.setView(3,5,1; 3,5,0; 0,1,0; 4, 6, 0)"));
+    // A drawing that was saved empty has its least and its greatest point the wrong way round.
+    ASSERT_EQ(database().saveAs((folder / "t/empty.dwg").c_str()), Acad::eOk);
+    ctrl->LoadDrawing("T:\\empty.dwg");
+    EXPECT_THAT(graphics.log.take(), Contains("view.setView(0,0,1; 0,0,0; 0,1,0; 2e+20, 2e+20, 0)"));
 }
 
 TEST_F(PreviewCallsTest, NeverLookAtAFieldWithoutSize) {
@@ -155,36 +90,6 @@ TEST_F(PreviewCallsTest, NeverLookAtAFieldWithoutSize) {
     ctrl->LoadBlock("NOTHING");
     EXPECT_STREQ(ctrl->ShownName(), "NOTHING");
     EXPECT_THAT(graphics.log.take(), Contains(HasSubstr("view.add(record")));
-}
-
-TEST_F(PreviewCallsTest, TellTheUserWhatDoesntLoad) {
-    ctrl->LoadDrawing("C:\\no\\\\where.dwg");
-    EXPECT_THAT(alerts, ElementsAre("Could not load the drawing file: C:/no/where.dwg"));
-    alerts.clear();
-
-    // What is on show stays when there is no such file, and goes when there is one that isn't a drawing.
-    ctrl->LoadBlock("DOOR");
-    ctrl->LoadDrawing("C:\\nowhere.dwg");
-    EXPECT_STREQ(ctrl->ShownName(), "DOOR");
-    alerts.clear();
-    std::ofstream(folder / "t/bad.dwg") << "AC1015 and nothing more";
-    ctrl->LoadDrawing("T:\\bad.dwg");
-    EXPECT_THAT(alerts, ElementsAre("Failed to load drawing.", "Could not load the drawing file: T:\\bad.dwg"));
-    EXPECT_STREQ(ctrl->ShownName(), "");
-    EXPECT_STREQ(ctrl->DrawingPath(), "");
-
-    alerts.clear();
-    ctrl->LoadBlock("NO_SUCH_BLOCK");
-    EXPECT_STREQ(ctrl->ShownName(), "");
-    EXPECT_THAT(alerts, IsEmpty());
-}
-
-TEST_F(PreviewCallsTest, TellTheUserWhenAPictureFails) {
-    show(CGsPreviewCtrl::kPan);
-    graphics.log.throwingUpdates = 1;
-    ctrl->Invalidate();
-    settle();
-    EXPECT_THAT(alerts, ElementsAre("mpView->update() failed"));
 }
 
 TEST_F(PreviewCallsTest, ZoomByTheFactorOfTheStepBeforeToo) {
@@ -227,6 +132,39 @@ TEST_F(PreviewCallsTest, PanByTheMouseThroughBothMatrices) {
     graphics.log.take();
     move(80, 50);
     EXPECT_THAT(graphics.log.take(), IsEmpty());
+}
+
+TEST_F(PreviewCallsTest, DragByTwoButtonsAtOnce) {
+    show(CGsPreviewCtrl::kZoom);
+    hold(100, 50);
+    hold(100, 50, Button::middle);
+    move(90, 40);
+    // The zoom step has stored the point when the pan looks at it.
+    EXPECT_THAT(steps(graphics.log), ElementsAre("view.zoom(1.1)", HasSubstr("view.dolly(0,0,")));
+    release(Button::middle);
+    move(90, 30);
+    EXPECT_THAT(steps(graphics.log), ElementsAre("view.zoom(1.1)", "view.zoom(1.1)"));
+    release();
+}
+
+TEST_F(PreviewCallsTest, ShowWhatTheMouseDoesByItsCursor) {
+    const auto cursor = [](int id) { return ::LoadCursor(ModuleInstance(), MAKEINTRESOURCE(id)); };
+    for (const auto& [mode, id] :
+         {std::pair(CGsPreviewCtrl::kOrbit, IDC_CURSOR_ORBIT), std::pair(CGsPreviewCtrl::kPan, IDC_CURSOR_PAN),
+          std::pair(CGsPreviewCtrl::kZoom, IDC_CURSOR_ZOOM)}) {
+        show(mode);
+        move(50, 50);
+        EXPECT_EQ(::GetCursor(), cursor(id)) << mode;
+        hold(50, 50, Button::middle);
+        EXPECT_EQ(::GetCursor(), cursor(IDC_CURSOR_PAN)) << mode;
+        move(52, 50);
+        EXPECT_EQ(::GetCursor(), cursor(id)) << "a hand until the first move, " << mode;
+        release(Button::middle);
+        EXPECT_EQ(::GetCursor(), ::LoadCursor(nullptr, IDC_ARROW)) << mode;
+        hold(50, 50);
+        EXPECT_EQ(::GetCursor(), cursor(id)) << mode;
+        release();
+    }
 }
 
 TEST_F(PreviewCallsTest, OrbitAsABallInTheMiddleOfTheViewport) {

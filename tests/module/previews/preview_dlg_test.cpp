@@ -127,6 +127,12 @@ TEST_F(PreviewDlgTest, KeepItsPlaceWhenItIsResized) {
         user.waitForWindow().call([&] { ::GetWindowRect(window(), again); }).click(IDCANCEL);
     });
     EXPECT_EQ(again, CRect(210, 220, 710, 520));
+
+    // Opening writes what it made of a size that is too large: the least one.
+    application.WriteProfileInt("Vondrake", "sizeWidth3", 1100);
+    run([](UserScript& user) { user.waitForWindow().click(IDCANCEL); });
+    EXPECT_EQ(profileInt("sizeWidth3"), 200);
+    EXPECT_EQ(profileInt("sizeHeight3"), 300);
 }
 
 TEST_F(PreviewDlgTest, ShowEverythingAfterTheCornerWasDragged) {
@@ -223,6 +229,17 @@ TEST_F(PreviewDlgTest, OpenADrawing) {
         "plan.dwg", "T:\\plan.dwg");
     EXPECT_EQ(result, IDOK);
     EXPECT_STREQ(host.documents().curDocument()->fileName(), "T:\\plan.dwg");
+}
+
+TEST_F(PreviewDlgTest, TellOfADrawingThatHasGoneMeanwhile) {
+    saveDrawing("plan.dwg");
+    const int result = run(
+        [this](UserScript& user) {
+            user.waitForWindow().call([this] { std::filesystem::remove(folder / "t/plan.dwg"); }).click(IDC_OPEN);
+            user.in("palette-test").click(IDOK).in(kTitle).waitUntilGone();
+        },
+        "plan.dwg", "T:\\plan.dwg");
+    EXPECT_EQ(result, IDOK);
 }
 
 TEST_F(PreviewDlgTest, ComeUpEmptyForWhatIsNoDrawing) {

@@ -14,6 +14,7 @@ struct GraphicsLog {
     std::vector<std::string> calls;
     int alive = 0;           ///< objects that were made and not given back
     int throwingUpdates = 0; ///< that many updates to come throw
+    int throwingDevices = 0; ///< that many devices to come can't be made
     AcGsDCRect viewport{{0, 0}, {199, 99}};
 
     __attribute__((format(printf, 2, 3))) void add(const char* format, ...) {
@@ -135,6 +136,10 @@ public:
     AcGsClassFactory* getGSClassFactory() override { return this; }
     AcGsDevice* createAutoCADDevice(HWND) override {
         log.add("manager.createAutoCADDevice");
+        if (log.throwingDevices > 0) {
+            --log.throwingDevices;
+            throw std::runtime_error("no device");
+        }
         return new RecordingDevice(log);
     }
     AcGsDevice* createAutoCADOffScreenDevice() override { return new RecordingDevice(log); }
