@@ -36,8 +36,8 @@ FRAME, CAPTION = 4, 23  # what lies between the window's corner and its inside
 GREEN = (0, 255, 0)
 
 # In the palette at its first size, docked left.
-TAB_BLOCKS, TAB = (67, 69), (15, 60, 95, 76)
-DRAWING, BLOCK, PREVIEW = (65, 160), (32, 125), (128, 94)
+TAB_DWGS, TAB_BLOCKS, TAB = (25, 69), (67, 69), (15, 60, 95, 76)
+FOLDER, DRAWING, BLOCK, PREVIEW = (65, 119), (65, 160), (32, 125), (128, 94)
 AWAY = (1100, 150)  # where the mouse is in nobody's picture
 CHOSEN = (900, 560)  # a point within the room
 AROUND = (CHOSEN[0] - 10, CHOSEN[1] - 70, CHOSEN[0] + 70, CHOSEN[1] + 10)
@@ -227,6 +227,38 @@ class PreviewTest(WindowCase):
         first, second = [reference["position"] for reference in self.facts(self.room)["references"]]
         self.assertTrue(60 < first[0] < 110 and 0 < first[1] < 40, first)
         self.assertEqual(second, [10, 20, 0])
+        self.quit(self.program)
+
+    def test_nothing_chosen_and_a_folder(self):
+        (self.folder / "library" / "more").mkdir()
+        self.open()
+        self.behind = self.without_preview()
+        for tab in (None, TAB_BLOCKS):
+            if tab:
+                self.click(self.window, tab)
+            self.click(self.window, PREVIEW)
+            time.sleep(1)
+            self.assertEqual(self.without_preview(), self.behind)
+        # The next click, with something chosen, opens it.
+        self.choose("block")
+        self.preview()
+        self.xdo("key", "Escape")
+        self.goes()
+        # A right click chooses a folder's row. It can't be loaded, and the preview comes up empty.
+        self.click(self.window, TAB_DWGS)
+        self.click(self.window, FOLDER, button=3)
+        time.sleep(0.5)
+        middle = (560, 360, 720, 450)  # where the two messages stand
+        bare = self.part(self.window, middle)
+        self.click(self.window, (FOLDER[0] + 60, FOLDER[1] + 11))
+        first = self.eventually("it is told", lambda: self.changed(self.window, middle, bare))
+        self.xdo("key", "Return")
+        self.eventually("and which one", lambda: self.changed(self.window, middle, first))
+        self.xdo("key", "Return")
+        self.comes()
+        self.assertEqual(set(self.colours(self.picture())), {(0, 0, 0)})
+        self.push("close")
+        self.goes()
         self.quit(self.program)
 
     def test_size_and_place_are_kept(self):
