@@ -13,6 +13,7 @@
 #ifdef VONDRAKE_HAS_WINDOW
 #include "screen/sdl.h"
 #endif
+#include "ui/main_frame.h"
 #include "win32/codepage.h"
 #include "win32/drive_map.h"
 #include "window_picture.h"
@@ -93,6 +94,15 @@ ExitStatus makePicture(host::Host& host, const Options& options) {
     return kDrawingFailed;
 }
 
+/// A palette's dialog takes all keys: those that are the main window's come there first.
+class Application : public CWinApp {
+public:
+    BOOL PreTranslateMessage(MSG* message) override {
+        auto* const frame = dynamic_cast<host::MainFrame*>(m_pMainWnd);
+        return (frame && frame->takesShortcut(*message)) || CWinApp::PreTranslateMessage(message);
+    }
+};
+
 ExitStatus showWindow(CWinApp& application, host::Host& host, const Options& options) {
 #ifdef VONDRAKE_HAS_WINDOW
     std::string error;
@@ -124,7 +134,7 @@ ExitStatus run(const Options& options) {
     }
     if (!mapDrives(options))
         return kWrongUsage;
-    CWinApp application;
+    Application application;
     if (!options.profile.empty())
         application.SetProfileFile(options.profile.c_str());
     host::Host host;

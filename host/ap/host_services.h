@@ -1,6 +1,7 @@
 // What drawings ask of the host.
 #pragma once
 
+#include "ap/insert_icons.h"
 #include "db/database.h"
 
 namespace vndk::host {
@@ -19,6 +20,7 @@ private:
     bool findRelative(std::string& fullPath, const std::string& name) const;
 
     Host& host_;
+    InsertIcons insertIcons_;
 };
 
 } // namespace vndk::host

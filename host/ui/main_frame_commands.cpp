@@ -174,12 +174,21 @@ void MainFrame::editAttributes(AcDbObjectId entity) {
     host_.wake();
 }
 
+bool MainFrame::takesShortcut(MSG& message) {
+    return keys_ && (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && IsWindowEnabled() != FALSE &&
+           placeOf(message.hwnd) == KeyPlace::Bar && ::TranslateAcceleratorA(m_hWnd, keys_, &message) != 0;
+}
+
 BOOL MainFrame::PreTranslateMessage(MSG* message) {
     // The wheel is for the drawing under the mouse, whatever has the focus.
     if (message->message == WM_MOUSEWHEEL && ::WindowFromPoint(message->pt) == canvas_->m_hWnd) {
         canvas_->SendMessage(WM_MOUSEWHEEL, message->wParam, message->lParam);
         return TRUE;
     }
+    // Who points into the drawing goes on there by keys, too.
+    const bool press = message->message == WM_LBUTTONDOWN || message->message == WM_RBUTTONDOWN;
+    if (press && message->hwnd == canvas_->m_hWnd && placeOf(::GetFocus()) == KeyPlace::Bar)
+        commandWindow_->line().SetFocus();
     if (message->message < WM_KEYFIRST || message->message > WM_KEYLAST || IsWindowEnabled() == FALSE)
         return CFrameWnd::PreTranslateMessage(message);
     const KeyPlace place = placeOf(message->hwnd);

@@ -3,6 +3,7 @@
 #include "palette/host_helpers.h"
 
 void AttachXref(CString strPath, CString strFileName) {
+    FocusCommandLine();
     ads_point point;
     if (acedGetPoint(nullptr, "\nInsertion point for Xref: ", point) != RTNORM)
         return;

@@ -97,6 +97,8 @@ void CBlockPaletteDlg::AddGripItem(LPCSTR pszText) {
     m_listGrips.InsertItem(&item);
 }
 
+void CBlockPaletteDlg::OnOK() {}
+
 void CBlockPaletteDlg::OnCancel() { m_comboFolders.m_tree.ShowWindow(SW_HIDE); }
 
 void CBlockPaletteDlg::OnUpdateCommand(CCmdUI* pCmdUI) {

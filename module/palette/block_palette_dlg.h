@@ -32,6 +32,8 @@ public:
     CPreviewDlg* m_pPreviewDlg = nullptr; ///< owned; while it runs
 
     BOOL OnInitDialog() override;
+    /// Enter in a list, which would close the dialog.
+    void OnOK() override;
     /// Leaves the dialog open and hides the folder tree.
     void OnCancel() override;
 

@@ -64,6 +64,9 @@ public:
     /// A prompt has had its answer. Outside of any command nothing is wanted then.
     void endPrompt();
 
+    /// True when the key is a shortcut of the frame's and comes from a palette, whose dialog would keep it: it has been
+    /// done. Asked before anything else sees the key.
+    bool takesShortcut(MSG& message);
     BOOL PreTranslateMessage(MSG* message) override;
     void RecalcLayout(BOOL notify = TRUE) override;
 

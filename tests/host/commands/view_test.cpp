@@ -177,6 +177,25 @@ TEST_F(ViewTest, givesBlocksIcons) {
     EXPECT_TRUE(printed("No block fits")) << output;
 }
 
+TEST_F(ViewTest, givesIconsToBlocksThatComeOutOfDrawings) {
+    run("CECOLOR 1\nLINE 0,0 10,0 10,10\n\nSAVEAS 2000 " + path("part.dwg") + "\n");
+    startAgain();
+    run("CECOLOR 3\nLINE 0,0 10,0 10,10\n\nSAVEAS 2000 " + path("other.dwg") + "\n");
+    startAgain();
+    run("-INSERT " + path("part.dwg") + " 0,0\n\n\n\n");
+    ASSERT_EQ(icon("part").size(), 2088U) << output;
+    EXPECT_GT(Bitmap(icon("part")).colors()[0xFF0000], 40);
+    run("-INSERT part=" + path("other.dwg") + " 0,0\n\n\n\n");
+    EXPECT_GT(Bitmap(icon("part")).colors()[0x00FF00], 40) << "a new definition, a new picture";
+    run("U\n");
+    ASSERT_EQ(icon("part").size(), 2088U) << output;
+    EXPECT_GT(Bitmap(icon("part")).colors()[0xFF0000], 40);
+    AcDbDatabase empty(true, true);
+    AcDbObjectId block;
+    ASSERT_EQ(database().insert(block, "nothing", &empty), Acad::eOk);
+    EXPECT_TRUE(icon("nothing").empty());
+}
+
 TEST_F(ViewTest, snapsTypedPointsWhereASnapIsNamed) {
     run("LINE 0,0 8,0\n\nCIRCLE 20,0 2\nLINE 10,10 end 7.95,0\n\n");
     EXPECT_EQ(lisp("(cdr (assoc 11 (entget (entlast))))"), "(8.0 0.0 0.0)") << output;
