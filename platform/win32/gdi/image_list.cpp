@@ -128,11 +128,12 @@ std::unique_ptr<ImageList> ImageList::duplicate() const {
 
 HBITMAP ImageList::makeStrip(int capacity, bool monochrome) const {
     const std::int64_t rows = std::int64_t{capacity} * height_;
-    if (rows * width_ * 4 > maxBitmapBytes) {
+    const int bits = depthOf(flags_);
+    const std::int64_t stride = (std::int64_t{width_} * (bits == 0 ? 32 : bits) + 31) / 32 * 4;
+    if (rows * stride > maxBitmapBytes) {
         refuse(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
-    const int bits = depthOf(flags_);
     const int height = static_cast<int>(rows);
     HBITMAP bitmap = newBitmap(monochrome || bits == 0 ? BitmapObject::createDevice(width_, height, monochrome)
                                                        : makeSection(width_, height, bits));
@@ -170,11 +171,14 @@ bool ImageList::reserve(int capacity) {
 RECT ImageList::placeOf(int index) const { return {0, index * height_, width_, (index + 1) * height_}; }
 
 bool ImageList::setCount(int count) {
-    // Many images that come one by one mustn't be copied each time.
+    // Many images that come one by one mustn't be copied each time, nor where the room for them runs out.
     constexpr int few = 64;
-    const int more = count > few ? std::max(grow_, count / 2) : grow_;
-    if (count > capacity_ && !reserve(count + more) && !reserve(count + grow_))
-        return false;
+    int more = count > few ? std::max(grow_, count / 2) : grow_;
+    while (count > capacity_ && !reserve(count + more)) {
+        if (more == grow_)
+            return false;
+        more = std::max(grow_, more / 2);
+    }
     if (count > count_) {
         fillRows(bitmapBehind(image_).surface(), count_ * height_, (count - count_) * height_);
         if (masked())

@@ -94,7 +94,10 @@ void takeOut(const BitmapObject& image, COLORREF color, const BitmapObject& mask
     std::vector<std::uint32_t> bits(width);
     for (int y = 0; y < surface.height; ++y) {
         loadPixels(surface, 0, y, surface.width, pixels.data());
-        loadArgb(surface, 0, y, surface.width, argb.data());
+        if (surface.format.isArgb())
+            argb = pixels;
+        else
+            loadArgb(surface, 0, y, surface.width, argb.data());
         for (std::size_t x = 0; x < width; ++x) {
             bits[x] = (argb[x] & colorBits) == wanted ? 1 : 0;
             if (bits[x] != 0)

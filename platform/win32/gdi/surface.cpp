@@ -1,6 +1,7 @@
 #include "gdi/surface.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cassert>
 #include <cstring>
@@ -55,6 +56,36 @@ std::uint32_t nearestIndex(const ColorTable& colors, std::uint32_t argb) {
     return static_cast<std::uint32_t>(best);
 }
 
+/// What nearestIndex has found for the colours of one table. Pictures have many pixels and few colours.
+class NearestColors {
+public:
+    NearestColors() { keys_.fill(kNone); }
+    /// Forgets all when the table isn't the one of the last time.
+    void use(const ColorTable& colors) {
+        if (colors == colors_)
+            return;
+        colors_ = colors;
+        keys_.fill(kNone);
+    }
+    std::uint32_t indexOf(std::uint32_t argb) {
+        const std::uint32_t color = argb & 0x00FFFFFF;
+        const std::size_t slot = (color * 2654435761U) >> (32 - kBits);
+        if (keys_[slot] != color) {
+            keys_[slot] = color;
+            indices_[slot] = static_cast<std::uint8_t>(nearestIndex(colors_, color));
+        }
+        return indices_[slot];
+    }
+
+private:
+    static constexpr int kBits = 12;
+    static constexpr std::uint32_t kNone = ~0U;
+
+    ColorTable colors_;
+    std::array<std::uint32_t, std::size_t{1} << kBits> keys_;
+    std::array<std::uint8_t, std::size_t{1} << kBits> indices_{};
+};
+
 std::uint32_t packed24(const std::uint8_t* bytes) {
     return bytes[0] | (std::uint32_t{bytes[1]} << 8) | (std::uint32_t{bytes[2]} << 16);
 }
@@ -83,25 +114,39 @@ void store24(std::uint8_t* row, int x, int count, const std::uint32_t* pixels) {
     }
 }
 
-/// 1 or 4 bits a pixel, the leftmost in the highest bits of a byte.
-void loadSmall(const std::uint8_t* row, int bits, int x, int count, std::uint32_t* pixels) {
-    const int perByte = 8 / bits;
-    const std::uint32_t mask = (1U << bits) - 1;
-    for (int index = 0; index < count; ++index) {
-        const int column = x + index;
-        pixels[index] = (row[column / perByte] >> ((perByte - 1 - column % perByte) * bits)) & mask;
+// 1 or 4 bits a pixel, the leftmost in the highest bits of a byte.
+
+template <unsigned Bits>
+void loadSmall(const std::uint8_t* row, int x, int count, std::uint32_t* pixels) {
+    constexpr unsigned perByte = 8 / Bits;
+    const auto first = static_cast<unsigned>(x);
+    for (unsigned index = 0; index < static_cast<unsigned>(count); ++index) {
+        const unsigned column = first + index;
+        pixels[index] = (row[column / perByte] >> ((perByte - 1 - column % perByte) * Bits)) & ((1U << Bits) - 1);
     }
 }
 
-void storeSmall(std::uint8_t* row, int bits, int x, int count, const std::uint32_t* pixels) {
-    const int perByte = 8 / bits;
-    const std::uint32_t mask = (1U << bits) - 1;
-    for (int index = 0; index < count; ++index) {
-        const int column = x + index;
-        const int shift = (perByte - 1 - column % perByte) * bits;
+template <unsigned Bits>
+void storeSmall(std::uint8_t* row, int x, int count, const std::uint32_t* pixels) {
+    constexpr unsigned perByte = 8 / Bits;
+    constexpr unsigned mask = (1U << Bits) - 1;
+    const auto storeOne = [&](unsigned column, std::uint32_t pixel) {
+        const unsigned shift = (perByte - 1 - column % perByte) * Bits;
         std::uint8_t& byte = row[column / perByte];
-        byte = static_cast<std::uint8_t>((byte & ~(mask << shift)) | ((pixels[index] & mask) << shift));
+        byte = static_cast<std::uint8_t>((byte & ~(mask << shift)) | ((pixel & mask) << shift));
+    };
+    auto column = static_cast<unsigned>(x);
+    const unsigned end = column + static_cast<unsigned>(count);
+    for (; column < end && column % perByte != 0; ++column)
+        storeOne(column, *pixels++);
+    for (; end - column >= perByte; column += perByte) {
+        unsigned byte = 0;
+        for (unsigned index = 0; index < perByte; ++index)
+            byte = byte << Bits | (*pixels++ & mask);
+        row[column / perByte] = static_cast<std::uint8_t>(byte);
     }
+    for (; column < end; ++column)
+        storeOne(column, *pixels++);
 }
 
 void assertInside([[maybe_unused]] const Surface& surface, [[maybe_unused]] int x, [[maybe_unused]] int y,
@@ -161,8 +206,11 @@ void loadPixels(const Surface& surface, int x, int y, int count, std::uint32_t* 
     case 32:
         std::memcpy(pixels, row + std::ptrdiff_t{4} * x, std::size_t{4} * static_cast<std::size_t>(count));
         break;
+    case 4:
+        loadSmall<4>(row, x, count, pixels);
+        break;
     default:
-        loadSmall(row, surface.format.bits, x, count, pixels);
+        loadSmall<1>(row, x, count, pixels);
     }
 }
 
@@ -188,8 +236,11 @@ void storePixels(const Surface& surface, int x, int y, int count, const std::uin
             std::transform(pixels, pixels + count, surface.row32(y) + x,
                            [&](std::uint32_t pixel) { return pixel | surface.format.always; });
         break;
+    case 4:
+        storeSmall<4>(row, x, count, pixels);
+        break;
     default:
-        storeSmall(row, surface.format.bits, x, count, pixels);
+        storeSmall<1>(row, x, count, pixels);
     }
 }
 
@@ -203,6 +254,10 @@ void fillPixels(const Surface& surface, int x, int y, int count, std::uint32_t p
         std::fill_n(surface.row32(y) + x, count, pixel | surface.format.always);
         return;
     default:
+        if (pixel == 0 && x == 0 && count == surface.width) {
+            std::memset(surface.row(y), 0, (static_cast<std::size_t>(count * surface.format.bits) + 7) / 8);
+            return;
+        }
         break;
     }
     constexpr int chunk = 256;
@@ -216,6 +271,12 @@ void loadArgb(const Surface& surface, int x, int y, int count, std::uint32_t* ar
     loadPixels(surface, x, y, count, argb);
     if (surface.format.isArgb() || surface.format.bits == 24)
         return;
+    if (surface.format.indexed()) {
+        const ColorTable& colors = *surface.colors;
+        std::transform(argb, argb + count, argb,
+                       [&](std::uint32_t pixel) { return colors[pixel < colors.size() ? pixel : 0]; });
+        return;
+    }
     std::transform(argb, argb + count, argb, [&](std::uint32_t pixel) { return argbFromPixel(surface, pixel); });
 }
 
@@ -224,12 +285,16 @@ void storeArgb(const Surface& surface, int x, int y, int count, const std::uint3
         storePixels(surface, x, y, count, argb);
         return;
     }
+    static NearestColors nearest;
+    if (surface.format.indexed())
+        nearest.use(*surface.colors);
     constexpr int chunk = 256;
     std::uint32_t pixels[chunk];
     for (int done = 0; done < count; done += chunk) {
         const int length = std::min(count - done, chunk);
-        std::transform(argb + done, argb + done + length, pixels,
-                       [&](std::uint32_t value) { return pixelFromArgb(surface, value); });
+        std::transform(argb + done, argb + done + length, pixels, [&](std::uint32_t value) {
+            return surface.format.indexed() ? nearest.indexOf(value) : pixelFromArgb(surface, value);
+        });
         storePixels(surface, x + done, y, length, pixels);
     }
 }

@@ -237,6 +237,45 @@ TEST_F(ImageLists, KeepTheirImagesWhenTheyGrow) {
         EXPECT_EQ(drawn(list, round, ILD_TRANSPARENT, kWhite), (Rows{round % 2 == 0 ? ".R" : "B.", "GG"})) << round;
 }
 
+TEST_F(ImageLists, HaveRoomForAsManyAsTheirBitsTake) {
+    HIMAGELIST list = make(ILC_COLOR4, 32, 32);
+    EXPECT_EQ(ImageList_SetImageCount(list, 100000), TRUE);
+    EXPECT_EQ(ImageList_Add(list, bitmap(Rows(32, std::string(32, 'R'))), nullptr), 100000);
+    Canvas canvas(1, 1);
+    EXPECT_NE(ImageList_Draw(list, 100000, canvas.dc(), 0, 0, ILD_NORMAL), FALSE);
+    EXPECT_EQ(canvas.rows(), Rows{"R"});
+    EXPECT_EQ(ImageList_SetImageCount(list, 1000000), FALSE);
+    EXPECT_EQ(ImageList_GetImageCount(list), 100001);
+}
+
+/// Each with a table of its own colours.
+TEST_F(ImageLists, TakeTheNearestColorsInTurns) {
+    constexpr int kSide = 33; // rows end within a byte
+    HBITMAP noise = CreateBitmap(kSide, kSide, 1, 32, nullptr);
+    HDC source = CreateCompatibleDC(nullptr);
+    SelectObject(source, noise);
+    for (unsigned i = 0; i < kSide * kSide; ++i)
+        SetPixelV(source, static_cast<int>(i % kSide), static_cast<int>(i / kSide), i * 2654435761U >> 8);
+    for (int round = 0; round < 3; ++round) {
+        for (const UINT depth : {ILC_COLOR4, ILC_COLOR8}) {
+            HIMAGELIST list = make(depth, kSide, kSide);
+            ImageList_Add(list, noise, nullptr);
+            IMAGEINFO info{};
+            ImageList_GetImageInfo(list, 0, &info);
+            HDC dc = CreateCompatibleDC(nullptr);
+            SelectObject(dc, info.hbmImage);
+            int wrong = 0;
+            for (int y = 0; y < kSide; ++y)
+                for (int x = 0; x < kSide; ++x)
+                    wrong += GetPixel(dc, x, y) == GetNearestColor(dc, GetPixel(source, x, y)) ? 0 : 1;
+            EXPECT_EQ(wrong, 0) << depth;
+            DeleteDC(dc);
+        }
+    }
+    DeleteDC(source);
+    DeleteObject(noise);
+}
+
 TEST_F(ImageLists, CopySwapAndDuplicate) {
     HIMAGELIST list = make(ILC_COLOR24 | ILC_MASK);
     ImageList_AddMasked(list, bitmap({"RRM.BB", "RRM.BB"}), RGB(255, 0, 255));
