@@ -12,8 +12,10 @@
 #include <sys/stat.h>
 #include <random>
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -393,31 +395,51 @@ TEST_F(DwgListBoxTest, DrawsRowsByTheirKindAndState) {
 }
 
 TEST_F(DwgListBoxTest, LivesWithAFolderThatHoldsEverything) {
-    for (int i = 0; i < 100; ++i)
-        std::filesystem::create_directory(std::filesystem::path(folder / "t") / ("folder " + std::to_string(i)));
-    for (int i = 0; i < 400; ++i)
-        folder.write("t/drawing " + std::to_string(i) + ".dwg",
-                     i % 2 ? "" : thumbnailFile({{2, plainPicture(4, 4, {1, 2, 3})}}));
+    constexpr int kFolders = 1000, kDrawings = 10000;
+    const std::filesystem::path place = folder / "t";
+    const std::string whole = thumbnailFile({{2, plainPicture(4, 4, {1, 2, 3})}});
+    for (int i = 0; i < kFolders; ++i)
+        std::filesystem::create_directory(place / ("folder " + std::to_string(i)));
+    for (int i = 0; i < kDrawings; ++i)
+        folder.write("t/drawing " + std::to_string(i) + ".dwg", i % 2 ? "" : whole);
+    addDrawings({"T\u00fcr.dwg", "LOUD.DWG", "it's.Dwg", " blank at first.dwg", "two..dots.dwg"});
+    folder.write("t/growing.dwg", whole.substr(0, 30));
     folder.write("t/quote\"d.dwg", "");
     std::filesystem::create_symlink(folder / "t/ring.dwg", folder / "t/ring.dwg");
     std::filesystem::create_directory_symlink(folder / "t", folder / "t/up");
     ASSERT_EQ(mkfifo((folder / "t/pipe.dwg").c_str(), 0600), 0);
     folder.write("t/closed.dwg", "");
     std::filesystem::permissions(folder / "t/closed.dwg", std::filesystem::perms::none);
+    std::filesystem::permissions(folder / "t/folder 7", std::filesystem::perms::none);
     list.FillList("T:\\");
-    EXPECT_EQ(list.GetCount(), 101 + 401);
+    EXPECT_EQ(list.GetCount(), kFolders + 1 + kDrawings + 7) << "neither the pipe, the ring nor the impossible name";
     settle();
-    // They vanish, one becomes a pipe, and all the list is shown page by page.
-    for (int i = 0; i < 400; i += 3)
-        std::filesystem::remove(std::filesystem::path(folder / "t") / ("drawing " + std::to_string(i) + ".dwg"));
+    // They vanish, one becomes a pipe, one grows to its end, and much of the list is shown page by page.
+    for (int i = 0; i < kDrawings; i += 3)
+        std::filesystem::remove(place / ("drawing " + std::to_string(i) + ".dwg"));
     ASSERT_EQ(mkfifo((folder / "t/drawing 3.dwg").c_str(), 0600), 0);
-    for (int top = 0; top < list.GetCount(); top += 3) {
+    const int growing = list.FindString(-1, "growing.dwg");
+    list.SetTopIndex(growing);
+    settle();
+    EXPECT_THAT(readEntries(), Not(Contains("growing.dwg")));
+    folder.write("t/growing.dwg", whole);
+    list.Invalidate();
+    settle();
+    EXPECT_EQ(pixel(kLeft + 100, kTop + 60), 0x030201U);
+    const std::size_t before = readEntries().size();
+    for (int top = kFolders; top < kFolders + 1200; top += 3) {
         list.SetTopIndex(top);
         settle();
     }
-    EXPECT_EQ(readEntries().size(), 133U) << "those with a picture that were left";
+    EXPECT_NEAR(static_cast<double>(readEntries().size() - before), 400, 10) << "those with a picture that were left";
+    EXPECT_THAT(readEntries(), Not(Contains("drawing 3.dwg")));
     click(list.GetTopIndex());
     EXPECT_EQ(list.GetCurSel(), list.GetTopIndex());
+    list.FillList("T:\\folder 7");
+    EXPECT_EQ(list.GetCount(), 0);
+    list.FillList("T:\\up\\up\\up");
+    EXPECT_GT(list.GetCount(), kDrawings / 2);
+    std::filesystem::permissions(folder / "t/folder 7", std::filesystem::perms::owner_all);
     list.DestroyWindow();
     EXPECT_TRUE(list.m_listEntries.IsEmpty());
 }
