@@ -40,6 +40,13 @@ dwg::ActiveView fittingView(const dwg::ActiveView& like, AcDbExtents box, double
     return view;
 }
 
+AcDbExtents limitsOf(const AcDbDatabase& database) {
+    const dwg::HeaderVariables& header = database.header();
+    const auto& low = database.tilemode() ? header.LIMMIN : header.PLIMMIN;
+    const auto& high = database.tilemode() ? header.LIMMAX : header.PLIMMAX;
+    return {{low.x, low.y, 0}, {high.x, high.y, 0}};
+}
+
 DrawingViews::Space& DrawingViews::space() {
     const bool model = database_.tilemode();
     Space& space = spaces_[model ? 0 : 1];

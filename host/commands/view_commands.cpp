@@ -49,13 +49,6 @@ bool visibleBox(const CommandContext& ctx, AcDbExtents& box) {
     return found;
 }
 
-AcDbExtents limitsOf(const AcDbDatabase& database) {
-    const dwg::HeaderVariables& header = database.header();
-    const auto& low = database.tilemode() ? header.LIMMIN : header.PLIMMIN;
-    const auto& high = database.tilemode() ? header.LIMMAX : header.PLIMMAX;
-    return {{low.x, low.y, 0}, {high.x, high.y, 0}};
-}
-
 CommandResult zoomExtents(const CommandContext& ctx) {
     AcDbExtents box;
     return showBox(ctx, visibleBox(ctx, box) ? box : limitsOf(ctx.database()));

@@ -172,6 +172,8 @@ void Canvas::OnPaint() {
         // The mouse may point at something else now.
         overlay_.clear();
         tool_->pictureChanged();
+        if (onCursor && tool_->isInside())
+            onCursor(tool_->place());
         tool_->draw(overlay_);
         overlay_.invalidate(*this);
         // What waited until it could be drawn is due everywhere.

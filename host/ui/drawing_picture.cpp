@@ -114,7 +114,11 @@ DrawingViews::View DrawingPicture::viewOf(const AcDbExtents& box) const {
 
 bool DrawingPicture::zoomExtents() {
     AcDbExtents extents;
-    if (!document_ || !model_->visibleExtents(space_, extents))
+    if (!document_)
+        return false;
+    if (!model_->visibleExtents(space_, extents))
+        extents = limitsOf(*document_->database());
+    if (extents.isEmpty())
         return false;
     document_->views().goTo(viewOf(extents));
     return true;

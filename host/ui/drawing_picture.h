@@ -57,7 +57,7 @@ public:
     double pixelSize() const;
     /// The view that shows the box, world coordinates, in the direction of now.
     DrawingViews::View viewOf(const AcDbExtents& box) const;
-    /// False: nothing is there to be seen.
+    /// Of an empty space the limits. False: there is neither.
     bool zoomExtents();
 
 private:

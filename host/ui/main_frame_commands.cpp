@@ -164,6 +164,14 @@ bool MainFrame::giveToLine(MSG& message, KeyPlace place) {
     return commandWindow_->PreTranslateMessage(&message) != FALSE;
 }
 
+/// Del erases unless the line has something to be deleted or a command waits for another answer.
+bool MainFrame::erases(const MSG& message, KeyPlace place) const {
+    return message.message == WM_KEYDOWN && message.wParam == VK_DELETE && !isDown(VK_CONTROL) && !isDown(VK_SHIFT) &&
+           (place == KeyPlace::Drawing || place == KeyPlace::Reading ||
+            (place == KeyPlace::Line && commandWindow_->line().text().empty())) &&
+           host_.documents().curDocument() && !isBusy();
+}
+
 /// A block with attributes is opened by a double click; other entities have nothing to be opened for.
 void MainFrame::editAttributes(AcDbObjectId entity) {
     const AcDbObjectPointer<AcDbBlockReference> reference(entity);
@@ -199,6 +207,10 @@ BOOL MainFrame::PreTranslateMessage(MSG* message) {
         canvas_->cancelSelection();
         host_.commandLine().input().feed(std::string(1, InputQueue::kCancel) + "\n");
         runInput();
+        return TRUE;
+    }
+    if (erases(*message, place)) {
+        OnTypedCommand(ID_EDIT_ERASE);
         return TRUE;
     }
     // An edit keeps its own undo and the clipboard.

@@ -47,6 +47,8 @@ public:
     std::vector<AcDbObjectId> marked() const;
     /// What commands have chosen.
     void highlight(std::vector<AcDbObjectId> entities) { highlighted_ = std::move(entities); }
+    /// Whether the mouse is over the drawing.
+    bool isInside() const { return inside_; }
     /// The point that a click would give, world coordinates.
     AcGePoint3d place() const { return place_; }
 

@@ -51,6 +51,8 @@ private:
 /// The view in the same direction that shows the box, world coordinates, on a screen so many times as wide as it is
 /// high, with a field that is `margin` times as large.
 dwg::ActiveView fittingView(const dwg::ActiveView& like, AcDbExtents box, double aspect, double margin);
+/// The limits of the current space; empty if they make no area.
+AcDbExtents limitsOf(const AcDbDatabase& database);
 /// From world coordinates to those of the view: x to the right, y up, z to the viewer, the origin at the centre.
 AcGeMatrix3d worldToView(const dwg::ActiveView& view);
 

@@ -101,6 +101,7 @@ private:
     void editAttributes(AcDbObjectId entity);
     KeyPlace placeOf(HWND window) const;
     bool giveToLine(MSG& message, KeyPlace place);
+    bool erases(const MSG& message, KeyPlace place) const;
 
     Host& host_;
     std::unique_ptr<Canvas> canvas_;

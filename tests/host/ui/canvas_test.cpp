@@ -41,6 +41,19 @@ TEST_F(CanvasTest, zoomsAtTheCursorPansAndShowsAll) {
     EXPECT_NEAR(view().center.y, 0, 1e-9);
 }
 
+TEST_F(CanvasTest, showsTheLimitsOfWhatIsEmpty) {
+    for (const char* const space : {"TILEMODE 0\n", "TILEMODE 1\n"}) {
+        run(space);
+        run("ZOOM C -500,0 10\n");
+        user.doubleClick(screenWidth / 2, screenHeight / 2, vndk::test::User::Button::middle);
+        settle();
+        EXPECT_NEAR(view().center.x, 6, 1e-9) << space;
+        EXPECT_NEAR(view().center.y, 4.5, 1e-9) << space;
+        EXPECT_GE(view().height, 9) << space;
+        EXPECT_LT(view().height, 12) << space;
+    }
+}
+
 TEST_F(CanvasTest, followsTheCommandsAndVariablesOfTheView) {
     run("ZOOM C 10,20 30\n");
     EXPECT_EQ(view().center, AcGePoint3d(10, 20, 0));
@@ -158,6 +171,37 @@ TEST_F(CanvasTest, givesWhatIsChosenAheadToTheNextCommand) {
     pump();
     EXPECT_TRUE(document().pickedFirst.empty());
     click(at(23, 0));
-    run("ERASE\n");
+    user.key(VK_DELETE);
+    pump();
     EXPECT_EQ(entities().size(), 2U);
+
+    // What is typed has the key for itself, and so has a command that waits.
+    click(at(0, 12));
+    ASSERT_EQ(document().pickedFirst.size(), 1U);
+    user.type("LINE");
+    user.key(VK_DELETE);
+    pump();
+    EXPECT_EQ(entities().size(), 2U);
+    EXPECT_EQ(document().pickedFirst.size(), 1U);
+    user.key(VK_ESCAPE);
+    pump();
+    bool waits = false;
+    steps.press(VK_DELETE).clickAt(kCanvas, at(30, 0)).call([&] { waits = true; }).clickAt(kCanvas, at(33, 0));
+    steps.rightClick(kCanvas);
+    run("LINE\n");
+    finish();
+    EXPECT_TRUE(waits);
+    EXPECT_EQ(entities().size(), 3U);
+}
+
+TEST_F(CanvasTest, tellsWhereTheCursorIsWhenTheViewMoves) {
+    AcGePoint3d told;
+    frame.canvas().onCursor = [&](const AcGePoint3d& point) { told = point; };
+    const POINT mouse = onScreen(frame.canvas().m_hWnd, at(5, 5).x, at(5, 5).y);
+    user.moveTo(mouse.x, mouse.y);
+    settle();
+    EXPECT_NEAR(told.x, 5, 0.1);
+    look({100, 0, 0}, canvas().Height() / 10.0);
+    EXPECT_NEAR(told.x, 105, 0.1);
+    EXPECT_NEAR(told.y, 5, 0.1);
 }
