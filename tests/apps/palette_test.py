@@ -6,7 +6,7 @@ import unittest
 
 from display import WindowCase
 
-RED, GREEN, WHITE = (0, 0, 255), (0, 255, 0), (255, 255, 255)  # as on the screen
+RED, GREEN, BLACK = (0, 0, 255), (0, 255, 0), (0, 0, 0)  # as on the screen
 FACE = (200, 208, 212)
 
 # A filled square of 10, in a colour that its thumbnail and its icon show, with an attribute.
@@ -114,7 +114,7 @@ class PaletteTest(WindowCase):
     def test_drawing_and_block_are_inserted_by_double_click(self):
         self.open()
         self.shows(RED)
-        self.shows(WHITE)  # the ground, which is black in the drawing's file
+        self.assertLess(self.inks(BLACK), 500)  # letters: the ground is black in the drawing's file alone
         chair = (60, FIRST_ROW + ROW + 40)
         # Escape at the prompt: nothing comes of it.
         self.press(chair, times=2)
@@ -207,6 +207,13 @@ class PaletteTest(WindowCase):
         self.shows_no(RED, CANVAS)
         self.shows(GREEN, CANVAS, 10000)
         self.leave()
+        # The next program finds the Xref, and tells of it when it has gone.
+        self.open()
+        self.shows(GREEN, CANVAS)
+        self.leave()
+        (self.library / "more" / "Tür 1.DWG").unlink()
+        told = self.batch("REGEN\n", self.room, "--drive", f"L={self.library}").stdout
+        self.assertRegex(told, r"T.r 1\.DWG was not found")
 
     def test_bar_docks_floats_and_stays_where_it_was(self):
         self.open()
