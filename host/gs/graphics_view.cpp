@@ -154,12 +154,15 @@ void GraphicsView::drawShown(Raster& raster, std::uint32_t background) {
             drawRecord(shown, raster, background);
 }
 
-/// As much as fits into a frame: from what the last picture took, how much the next one may hold.
+/// As much as fits into a frame: from what the last picture took, how much the next one may hold. It gets more in
+/// small steps, for time doesn't follow the number of parts exactly, and stays as it is when little would change.
 void GraphicsView::adjustThinning(double milliseconds) {
-    constexpr double kFrame = 20; // milliseconds; smooth, and some are left for the window
-    constexpr double kMost = 1000;
-    const double held = interactive_ ? thinning_ : 1;
-    thinning_ = static_cast<uint32_t>(std::clamp(std::ceil(held * milliseconds / kFrame), 1.0, kMost));
+    constexpr double kFrame = 12; // milliseconds; smooth on slower machines, too, and some are left for the window
+    constexpr double kMost = 1000, kSmallestStep = 0.7, kSteady = 0.85;
+    const double held = interactive_ ? thinning_ : 1, wanted = held * milliseconds / kFrame;
+    const bool isSteady = interactive_ && wanted <= held && wanted >= held * kSteady;
+    if (!isSteady)
+        thinning_ = std::clamp(interactive_ ? std::max(wanted, held * kSmallestStep) : wanted, 1.0, kMost);
 }
 
 void GraphicsView::setInteractive(bool interactive) {

@@ -87,7 +87,7 @@ private:
     RenderMode mode_ = k2DOptimized;
     bool valid_ = false;
     bool interactive_ = false;
-    uint32_t thinning_ = 1;     // in force while interactive
+    double thinning_ = 1;       // in force while interactive
     bool thinned_ = false;      // something is left out of the picture
     std::vector<float> depths_; // beside the device's pixels, in modes that show surfaces
     std::vector<AcDbObjectId> highlighted_;

@@ -26,6 +26,28 @@ int stepsFor(double radius, double sweep) {
     return std::clamp(static_cast<int>(std::min(std::ceil(std::fabs(sweep) / step), 1e6)), 4, kMost);
 }
 
+/// Which parts are drawn when not all are: the same ones each time, and fewer of them when fewer fit. Of very many,
+/// runs stay together, for what isn't drawn mustn't be fetched from memory either.
+class Thinning {
+public:
+    /// One of that many parts is kept.
+    Thinning(double thinning, size_t count)
+        : limit_(static_cast<uint64_t>(std::ldexp(1 / std::max(thinning, 1.0), kHashBits))),
+          run_(std::clamp<size_t>(count / kRuns, 1, kLongestRun)) {}
+    size_t run() const { return run_; }
+    bool keepsRun(size_t number) const {
+        constexpr uint32_t kShuffle = 2654435761;
+        return static_cast<uint32_t>(number) * kShuffle < limit_;
+    }
+    bool keeps(size_t part) const { return keepsRun(part / run_); }
+
+private:
+    static constexpr int kHashBits = 32;
+    static constexpr size_t kRuns = 4096, kLongestRun = 32;
+    uint64_t limit_;
+    size_t run_;
+};
+
 } // namespace
 
 double ListPainter::margin() const {
@@ -67,23 +89,22 @@ void ListPainter::draw(AcDbObjectId record, const AcGeMatrix3d& toDevice) {
 
 void ListPainter::drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
                              const Surroundings& around) {
-    constexpr size_t kMany = 256;             // fewer are drawn without looking where they lie
-    constexpr uint32_t kShuffle = 2654435761; // spreads what is drawn when not all is
+    constexpr size_t kMany = 256; // fewer are drawn without looking where they lie
     const Level whole = level(lists_.of(record, definitions), toDevice, around);
     const size_t count = whole.list.parts.size();
-    const uint32_t thinning = count > kMany ? painting_.thinning : 1;
-    const auto isDrawn = [thinning](uint32_t part) { return thinning == 1 || part * kShuffle / 65536 % thinning == 0; };
+    const Thinning thinning(count > kMany ? painting_.thinning : 1, count);
     const PixelRect& clip = raster_.clip();
     const PictureBox seen{clip.left - margin(), clip.top - margin(), clip.right + 1 + margin(),
                           clip.bottom + 1 + margin()};
     if (count <= kMany || !isWorthFinding(record, definitions, toDevice, seen)) {
-        for (uint32_t part = 0; part < count; ++part)
-            if (isDrawn(part))
-                drawPart(whole, part);
+        for (size_t run = 0, begin = 0; begin < count; ++run, begin += thinning.run())
+            if (thinning.keepsRun(run))
+                for (size_t part = begin; part < std::min(begin + thinning.run(), count); ++part)
+                    drawPart(whole, static_cast<uint32_t>(part));
         return;
     }
     for (const uint32_t part : lists_.partsIn(record, definitions, toDevice, seen))
-        if (isDrawn(part))
+        if (thinning.keeps(part))
             drawPart(whole, part);
 }
 

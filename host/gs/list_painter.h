@@ -29,7 +29,7 @@ struct Painting {
     bool edges = true;              // of surfaces
     Strokes strokes = kAsTheyAre;   // with another one areas and texts are outlines
     bool hurried = false;           // nothing is prepared for later pictures
-    uint32_t thinning = 1;          // one of that many parts is drawn, the same ones each time
+    double thinning = 1;            // one of that many parts is drawn, the same ones each time
 };
 
 class ListPainter {
