@@ -60,8 +60,11 @@ Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
 }
 
 AcGeMatrix3d AcDbBlockReference::blockTransform() const {
-    return AcGeMatrix3d::planeToWorld(data_.normal) * AcGeMatrix3d::translation(data_.position.asVector()) *
-           AcGeMatrix3d::rotation(data_.rotation, AcGeVector3d::kZAxis) * AcGeMatrix3d::scaling(data_.scale);
+    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data_.normal);
+    const AcGeVector3d x = toWorld.xAxis(), y = toWorld.yAxis();
+    const double c = std::cos(data_.rotation), s = std::sin(data_.rotation);
+    return AcGeMatrix3d::coordSystem(toWorld * data_.position, (x * c + y * s) * data_.scale.sx,
+                                     (y * c - x * s) * data_.scale.sy, toWorld.zAxis() * data_.scale.sz);
 }
 
 Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& matrix) {

@@ -64,10 +64,10 @@ bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
     });
 }
 
-const std::vector<AcDbObjectId>& AcDbBlockTableRecord::entities() const {
+const std::vector<AcDbObjectId>& AcDbBlockTableRecord::entities(bool decoding) const {
     if (!content_.loaded) {
         content_.loaded = true;
-        content_.entities = database()->source()->readChain(objectId(), content_.first, content_.last);
+        content_.entities = database()->source()->readChain(objectId(), content_.first, content_.last, decoding);
         content_.broken = content_.entities.empty() || content_.entities.back() != content_.last;
     }
     return content_.entities;

@@ -18,7 +18,7 @@ const std::vector<AcDbObjectId>& AcDbSubentities::ids(const AcDbObject& owner) c
         state_->loaded = true;
         AcDbDatabase* const database = owner.database();
         if (database && database->source())
-            state_->ids = database->source()->readChain(owner.objectId(), state_->first, state_->last);
+            state_->ids = database->source()->readChain(owner.objectId(), state_->first, state_->last, false);
         state_->broken = state_->ids.empty() || state_->ids.back() != state_->last;
     }
     return state_->ids;

@@ -44,23 +44,23 @@ std::vector<ClassRecord> classesOfNewDrawing() {
 /// can't; only one with a contradiction costs the memory of where it has been.
 class ChainWalk {
 public:
-    ChainWalk(const FrameContext& context, AcDbDatabase& database, AcDbObjectId owner)
-        : context_(context), database_(database), owner_(owner) {}
+    ChainWalk(const ObjectCodec& codec, AcDbDatabase& database, AcDbObjectId owner, bool decoding)
+        : codec_(codec), database_(database), owner_(owner), decoding_(decoding) {}
 
     std::vector<AcDbObjectId> run(AcDbObjectId first, AcDbObjectId last) {
         const AcDbStub* previous = nullptr;
         AcDbStub* stub = first.stub();
         while (stub) {
-            CommonHandles handles;
-            if (!linksOf(*stub, handles) || !enter(*stub, previous, handles.previous)) {
+            Neighbours links;
+            if (!linksOf(*stub, links) || !enter(*stub, previous, links.previous)) {
                 warn(*stub);
                 break;
             }
             ids_.push_back(AcDbObjectId(stub));
-            if (AcDbObjectId(stub) == last || handles.next == 0)
+            if (AcDbObjectId(stub) == last || links.next == 0)
                 break;
             previous = stub;
-            stub = database_.findStub(AcDbHandle(handles.next));
+            stub = database_.findStub(AcDbHandle(links.next));
             if (!stub)
                 warn(*previous);
         }
@@ -68,21 +68,23 @@ public:
     }
 
 private:
-    bool linksOf(const AcDbStub& stub, CommonHandles& handles) const {
-        ObjectFrame frame;
-        const std::span<const uint8_t> record(stub.bytes, stub.byteCount);
-        return stub.bytes && parseFrame(record, context_, frame) && frame.isEntity &&
-               readCommonHandles(record, frame, handles) && ownerOf(frame, handles) == owner_;
+    bool linksOf(AcDbStub& stub, Neighbours& links) const {
+        if (decoding_)
+            database_.objectOf(stub);
+        return stub.bytes &&
+               (codec_.justDecoded(stub, links) ||
+                readNeighbours({stub.bytes, stub.byteCount}, codec_.context(), links)) &&
+               ownerOf(links) == owner_;
     }
 
-    AcDbObjectId ownerOf(const ObjectFrame& frame, const CommonHandles& handles) const {
-        switch (frame.entity.mode) {
+    AcDbObjectId ownerOf(const Neighbours& links) const {
+        switch (links.mode) {
         case EntityMode::ModelSpace:
             return database_.modelSpaceId();
         case EntityMode::PaperSpace:
             return database_.paperSpaceId();
         default:
-            return database_.idOf(handles.owner);
+            return database_.idOf(links.owner);
         }
     }
 
@@ -106,9 +108,10 @@ private:
         database_.addWarning(std::string("The chain of entities is broken at ") + text + "; what follows isn't shown.");
     }
 
-    const FrameContext& context_;
+    const ObjectCodec& codec_;
     AcDbDatabase& database_;
     AcDbObjectId owner_;
+    bool decoding_;
     std::vector<AcDbObjectId> ids_;
     std::vector<bool> visited_;
 };
@@ -127,8 +130,9 @@ DrawingSource::DrawingSource(AcDbDatabase& database, std::shared_ptr<FileImage> 
     codec_.setForm(form);
 }
 
-std::vector<AcDbObjectId> DrawingSource::readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) {
-    return ChainWalk(codec_.context(), database_, owner).run(first, last);
+std::vector<AcDbObjectId> DrawingSource::readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last,
+                                                   bool decoding) {
+    return ChainWalk(codec_, database_, owner, decoding).run(first, last);
 }
 
 DrawingSource& sourceOf(AcDbDatabase& database) {

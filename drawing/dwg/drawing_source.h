@@ -17,7 +17,8 @@ public:
 
     AcDbObject* decode(AcDbStub& stub) override { return codec_.decode(stub); }
     bool canBe(AcDbStub& stub, const AcRxClass* cls) override { return codec_.canBe(stub, cls); }
-    std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) override;
+    std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last,
+                                        bool decoding) override;
 
     ObjectCodec& codec() { return codec_; }
     const FileImage* image() const { return image_.get(); }

@@ -89,7 +89,17 @@ AcDbObject* ObjectCodec::decode(AcDbStub& stub) {
     if (!object)
         object = decodeOpaque(stub, record);
     setCommon(*object, record);
-    return toStandInClass(object);
+    object = toStandInClass(object); // which may decode others
+    lastEntity_ = record.frame.isEntity ? &stub : nullptr;
+    lastNeighbours_ = {record.frame.entity.mode, record.handles.owner, record.handles.previous, record.handles.next};
+    return object;
+}
+
+bool ObjectCodec::justDecoded(const AcDbStub& stub, Neighbours& neighbours) const {
+    if (&stub != lastEntity_)
+        return false;
+    neighbours = lastNeighbours_;
+    return true;
 }
 
 bool ObjectCodec::canBe(AcDbStub& stub, const AcRxClass* cls) const {

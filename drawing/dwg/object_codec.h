@@ -40,6 +40,8 @@ public:
 
     /// A new object, owned by the caller; never null.
     AcDbObject* decode(AcDbStub& stub);
+    /// The neighbours of an entity, if it was the last one that was decoded: its record needn't be read again for them.
+    bool justDecoded(const AcDbStub& stub, Neighbours& neighbours) const;
     /// Whether decode could give an object of exactly that class. Notes the type's class in the slot.
     bool canBe(AcDbStub& stub, const AcRxClass* cls) const;
     /// Appends the object's record to `out`. False if it has none but its old bytes: its frame couldn't be read.
@@ -72,6 +74,8 @@ private:
     TextForm form_;
     std::vector<ClassRecord> classes_;
     FrameContext context_;
+    const AcDbStub* lastEntity_ = nullptr;
+    Neighbours lastNeighbours_;
     BitWriter data_;
     BitWriter handles_;
 };

@@ -64,15 +64,20 @@ void readBitSize(BitReader& reader, ObjectFrame& frame) {
     frame.handlesBit = frame.dataBit + reader.RL();
 }
 
-void readCommonEntity(BitReader& reader, const FrameRow& row, ObjectFrame& frame) {
+/// Who owns an entity, and whether its neighbours are stored.
+void readBonds(BitReader& reader, const FrameRow& row, ObjectFrame& frame) {
     CommonEntity& entity = frame.entity;
-    entity = {};
     entity.mode = static_cast<EntityMode>(reader.BB());
     frame.reactorCount = reader.BL();
     if (row.linetypeByLayerBit)
         entity.linetypeByLayer = reader.B();
     frame.nolinksBit = reader.position();
     entity.nolinks = reader.B();
+}
+
+void readCommonEntity(BitReader& reader, const FrameRow& row, ObjectFrame& frame) {
+    CommonEntity& entity = frame.entity;
+    readBonds(reader, row, frame);
     entity.color = reader.BS();
     entity.linetypeScale = reader.BD();
     if (!row.linetypeByLayerBit) {
@@ -112,6 +117,46 @@ void readEntityHandles(BitReader& reader, const ObjectFrame& frame, CommonHandle
         handles.plotStyle = reader.H().absolute(frame.handle);
 }
 
+/// What comes before the common data; `reader` stands behind it then. False when it isn't that of one record.
+bool readStart(std::span<const uint8_t> record, const FrameContext& context, ObjectFrame& frame, BitReader& reader) {
+    constexpr size_t kShortest = 4, kChecksum = 2;
+    if (record.size() < kShortest)
+        return false;
+    const size_t endBit = (record.size() - kChecksum) * 8;
+    reader = BitReader(record.data(), 0, endBit);
+    const uint32_t size = reader.MS();
+    if (reader.failed() || reader.remaining() != size_t{size} * 8)
+        return false;
+    // One by one: to clear the whole of it first takes as long as reading it.
+    frame.entity = {};
+    frame.reactorCount = 0;
+    frame.graphicBit = frame.graphicSize = frame.nolinksBit = frame.fieldsBit = 0;
+    frame.version = context.version();
+    frame.endBit = endBit;
+    frame.dataBit = reader.position();
+    const FrameRow& row = rowOf(frame.version);
+    frame.type = reader.BS();
+    frame.isEntity = context.isEntity(frame.type);
+    if (row.bitSizeBehindType)
+        readBitSize(reader, frame);
+    frame.handle = reader.H().value;
+    frame.eedBit = reader.position();
+    skipEed(reader);
+    frame.eedEndBit = reader.position();
+    if (frame.isEntity)
+        skipGraphic(reader, frame);
+    if (!row.bitSizeBehindType)
+        readBitSize(reader, frame);
+    frame.commonBit = reader.position();
+    return true;
+}
+
+/// Notes where the fields begin, and tells whether they can lie between that and the handles.
+bool endsWell(const BitReader& reader, ObjectFrame& frame) {
+    frame.fieldsBit = reader.position();
+    return !reader.failed() && frame.fieldsBit <= frame.handlesBit && frame.handlesBit <= frame.endBit;
+}
+
 void appendRecord(const BitWriter& data, std::vector<uint8_t>& out) {
     const size_t begin = out.size();
     BitWriter size;
@@ -144,37 +189,36 @@ bool FrameContext::isEntity(uint16_t type) const {
 }
 
 bool parseFrame(std::span<const uint8_t> record, const FrameContext& context, ObjectFrame& frame) {
-    if (record.size() < 4)
+    BitReader reader(nullptr, 0, 0);
+    if (!readStart(record, context, frame, reader))
         return false;
-    const size_t endBit = (record.size() - 2) * 8;
-    BitReader reader(record.data(), 0, endBit);
-    const uint32_t size = reader.MS();
-    if (reader.failed() || reader.remaining() != size_t{size} * 8)
-        return false;
-    frame = {};
-    frame.version = context.version();
-    frame.endBit = endBit;
-    frame.dataBit = reader.position();
-    const FrameRow& row = rowOf(frame.version);
-    frame.type = reader.BS();
-    frame.isEntity = context.isEntity(frame.type);
-    if (row.bitSizeBehindType)
-        readBitSize(reader, frame);
-    frame.handle = reader.H().value;
-    frame.eedBit = reader.position();
-    skipEed(reader);
-    frame.eedEndBit = reader.position();
     if (frame.isEntity)
-        skipGraphic(reader, frame);
-    if (!row.bitSizeBehindType)
-        readBitSize(reader, frame);
-    frame.commonBit = reader.position();
-    if (frame.isEntity)
-        readCommonEntity(reader, row, frame);
+        readCommonEntity(reader, rowOf(frame.version), frame);
     else
         frame.reactorCount = reader.BL();
-    frame.fieldsBit = reader.position();
-    return !reader.failed() && frame.fieldsBit <= frame.handlesBit && frame.handlesBit <= frame.endBit;
+    return endsWell(reader, frame);
+}
+
+bool readNeighbours(std::span<const uint8_t> record, const FrameContext& context, Neighbours& neighbours) {
+    ObjectFrame frame;
+    BitReader reader(nullptr, 0, 0);
+    if (!readStart(record, context, frame, reader) || !frame.isEntity)
+        return false;
+    readBonds(reader, rowOf(frame.version), frame);
+    if (frame.entity.nolinks) {
+        neighbours = {frame.entity.mode, 0, frame.handle - 1, frame.handle + 1};
+        if (!endsWell(reader, frame))
+            return false;
+        BitReader references(record.data(), frame.handlesBit, frame.endBit);
+        if (frame.entity.mode == EntityMode::OwnerStored)
+            neighbours.owner = references.H().absolute(frame.handle);
+        return !references.failed();
+    }
+    CommonHandles handles;
+    if (!parseFrame(record, context, frame) || !readCommonHandles(record, frame, handles))
+        return false;
+    neighbours = {frame.entity.mode, handles.owner, handles.previous, handles.next};
+    return true;
 }
 
 bool readCommonHandles(std::span<const uint8_t> record, const ObjectFrame& frame, CommonHandles& handles) {

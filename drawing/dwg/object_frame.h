@@ -96,6 +96,18 @@ struct CommonHandles {
 /// Reads the common handles. False when the record ends before them.
 [[nodiscard]] bool readCommonHandles(std::span<const uint8_t> record, const ObjectFrame& frame, CommonHandles& handles);
 
+/// What the chain of a block's entities is made of, as absolute handles.
+struct Neighbours {
+    EntityMode mode = EntityMode::OwnerStored;
+    uint64_t owner = 0; ///< 0 for entities of model and paper space.
+    uint64_t previous = 0;
+    uint64_t next = 0;
+};
+
+/// The same of a record alone, reading no more of it than it has to: chains are followed before anything is decoded.
+/// False when the record contradicts itself or isn't an entity's.
+[[nodiscard]] bool readNeighbours(std::span<const uint8_t> record, const FrameContext& context, Neighbours& neighbours);
+
 /// The record with other neighbours in its chain. Every bit of the data stays, except that nolinks becomes 0 where
 /// needed; of the handles only previous and next are replaced or put in; size and checksum are made to fit.
 /// When the neighbours are those that it has, the record comes back as it was.

@@ -1,19 +1,5 @@
 #include "ge/extents.h"
 
-#include <algorithm>
-
-void AcDbExtents::addPoint(const AcGePoint3d& p) {
-    min_ = {std::min(min_.x, p.x), std::min(min_.y, p.y), std::min(min_.z, p.z)};
-    max_ = {std::max(max_.x, p.x), std::max(max_.y, p.y), std::max(max_.z, p.z)};
-}
-
-void AcDbExtents::addExt(const AcDbExtents& other) {
-    if (other.isEmpty())
-        return;
-    addPoint(other.min_);
-    addPoint(other.max_);
-}
-
 void AcDbExtents::expandBy(const AcGeVector3d& v) {
     if (isEmpty())
         return;
@@ -21,12 +7,20 @@ void AcDbExtents::expandBy(const AcGeVector3d& v) {
     addPoint(max_ + v);
 }
 
+/// Along each axis the sums of the smaller and of the greater shares are what the outermost corners come to.
 void AcDbExtents::transformBy(const AcGeMatrix3d& matrix) {
     if (isEmpty())
         return;
-    AcDbExtents moved;
-    for (int corner = 0; corner < 8; ++corner)
-        moved.addPoint(matrix * AcGePoint3d(corner & 1 ? max_.x : min_.x, corner & 2 ? max_.y : min_.y,
-                                            corner & 4 ? max_.z : min_.z));
-    *this = moved;
+    double low[3], high[3];
+    for (int row = 0; row < 3; ++row) {
+        const double* const m = matrix.entry[row];
+        const double from[] = {m[0] * min_.x, m[1] * min_.y, m[2] * min_.z};
+        const double to[] = {m[0] * max_.x, m[1] * max_.y, m[2] * max_.z};
+        low[row] = std::min(from[0], to[0]) + std::min(from[1], to[1]) + std::min(from[2], to[2]) + m[3];
+        high[row] = std::max(from[0], to[0]) + std::max(from[1], to[1]) + std::max(from[2], to[2]) + m[3];
+    }
+    // What isn't a number is left out, as with points.
+    *this = AcDbExtents();
+    addPoint({low[0], low[1], low[2]});
+    addPoint({high[0], high[1], high[2]});
 }

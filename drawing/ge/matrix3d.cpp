@@ -133,12 +133,3 @@ bool AcGeMatrix3d::isEqualTo(const AcGeMatrix3d& other, const AcGeTol& tol) cons
                 return false;
     return true;
 }
-
-AcGePoint3d operator*(const AcGeMatrix3d& m, const AcGePoint3d& p) {
-    const AcGeVector3d v = m * p.asVector() + m.translationPart();
-    return {v.x, v.y, v.z};
-}
-
-AcGeVector3d operator*(const AcGeMatrix3d& m, const AcGeVector3d& v) {
-    return m.xAxis() * v.x + m.yAxis() * v.y + m.zAxis() * v.z;
-}

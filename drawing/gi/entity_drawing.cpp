@@ -18,50 +18,9 @@
 
 namespace {
 
-using Draw = void (*)(const AcDbEntity&, AcGiGeometry&);
-
 void drawPoint(const AcDbEntity& entity, AcGiGeometry& geometry) {
     const auto& point = static_cast<const AcDbPoint&>(entity);
     geometry.point(point.position(), point.ecsRotation());
-}
-
-struct Row {
-    AcRxClass* cls;
-    Draw draw;
-};
-
-/// The function of the nearest class that an object is of: those of other libraries look like their bases.
-Draw drawerOf(const AcRxClass* cls) {
-    using namespace vndk::gi;
-    static const Row rows[] = {
-        {AcDbLine::desc(), drawLine},
-        {AcDbCircle::desc(), drawCircle},
-        {AcDbArc::desc(), drawArc},
-        {AcDbEllipse::desc(), drawEllipse},
-        {AcDbRay::desc(), drawRay},
-        {AcDbXline::desc(), drawXline},
-        {AcDbSpline::desc(), drawSpline},
-        {AcDbPolyline::desc(), drawPolyline},
-        {AcDb2dPolyline::desc(), draw2dPolyline},
-        {AcDb3dPolyline::desc(), draw3dPolyline},
-        {AcDbPolygonMesh::desc(), drawPolygonMesh},
-        {AcDbPolyFaceMesh::desc(), drawPolyFaceMesh},
-        {AcDbFilledArea::desc(), drawFilledArea},
-        {AcDbFace::desc(), drawFace},
-        {AcDbPoint::desc(), drawPoint},
-        {AcDbShape::desc(), drawShape},
-        {AcDbViewport::desc(), drawViewport},
-        {AcDbText::desc(), drawText},
-        {AcDbMText::desc(), drawMText},
-        {AcDbHatch::desc(), drawHatch},
-        {AcDbModelerGeometry::desc(), drawSolidBody},
-        {AcDbRasterImage::desc(), drawImage},
-    };
-    for (; cls; cls = cls->myParent())
-        for (const Row& row : rows)
-            if (row.cls == cls)
-                return row.draw;
-    return nullptr;
 }
 
 void setTraits(const AcDbEntity& entity, AcGiSubEntityTraits& traits) {
@@ -112,14 +71,15 @@ void drawPath(const AcDbBlockReference& reference, const AcDbBlockTableRecord& r
     context.geometry().text(text);
 }
 
-void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
+void drawReference(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    const auto& reference = static_cast<const AcDbBlockReference&>(entity);
     const AcDbObjectPointer<AcDbBlockTableRecord> record(reference.blockTableRecord());
     if (record && isMissing(*record)) {
         drawPath(reference, *record, context);
     } else if (record) {
         const AcDbBlockTableRecord::Shown shown = record->shown();
-        const AcGeMatrix3d base = AcGeMatrix3d::translation(AcGePoint3d::kOrigin - shown.base);
         const AcGeMatrix3d place = reference.blockTransform();
+        const AcGePoint3d origin = place * (AcGePoint3d::kOrigin - shown.base.asVector());
         const auto* const array = AcDbMInsertBlock::cast(&reference);
         const unsigned rows = array ? array->rows() : 1U, columns = array ? array->columns() : 1U;
         // Rows and columns lie along the axes of the reference, whatever its scale.
@@ -128,7 +88,8 @@ void drawReference(const AcDbBlockReference& reference, AcGiWorldDraw& context) 
         for (unsigned row = 0; row < rows; ++row)
             for (unsigned column = 0; column < columns; ++column)
                 context.geometry().block(shown.record,
-                                         AcGeMatrix3d::translation(along * column + up * row) * place * base);
+                                         AcGeMatrix3d::coordSystem(origin + along * column + up * row, place.xAxis(),
+                                                                   place.yAxis(), place.zAxis()));
     }
     drawAttributes(reference, context);
 }
@@ -139,7 +100,8 @@ void drawParts(const std::vector<std::unique_ptr<AcDbEntity>>& parts, AcGiWorldD
 }
 
 /// A dimension's picture is a block, which stands where it is seen. One without is drawn from its data.
-void drawDimension(const AcDbDimension& dimension, AcGiWorldDraw& context) {
+void drawDimension(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    const auto& dimension = static_cast<const AcDbDimension&>(entity);
     const AcDbObjectId block = dimension.dimBlockId();
     if (acdbIsA(block, AcDbBlockTableRecord::desc()) && !block.isErased())
         return context.geometry().block(block, dimension.dimBlockTransform());
@@ -149,38 +111,81 @@ void drawDimension(const AcDbDimension& dimension, AcGiWorldDraw& context) {
     drawParts(parts, context);
 }
 
+void drawDefinition(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    const auto& definition = static_cast<const AcDbAttributeDefinition&>(entity);
+    vndk::gi::drawTextLine(definition, definition.tagValue(), context.geometry());
+}
+
+void drawLeader(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    drawParts(static_cast<const AcDbLeader&>(entity).picture(), context);
+}
+
+void drawTolerance(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    drawParts(static_cast<const AcDbFcf&>(entity).picture(), context);
+}
+
+void drawMultiline(const AcDbEntity& entity, AcGiWorldDraw& context) {
+    vndk::gi::drawMline(static_cast<const AcDbMline&>(entity), context);
+}
+
+/// One of the two: many need nothing but the geometry.
+struct Row {
+    AcRxClass* cls;
+    void (*draw)(const AcDbEntity&, AcGiGeometry&);
+    void (*drawWith)(const AcDbEntity&, AcGiWorldDraw&) = nullptr;
+};
+
+/// The functions of the nearest class that an object is of: those of other libraries look like their bases.
+const Row* rowOf(const AcRxClass* cls) {
+    using namespace vndk::gi;
+    static const Row rows[] = {
+        {AcDbLine::desc(), drawLine},
+        {AcDbBlockReference::desc(), nullptr, drawReference},
+        {AcDbText::desc(), drawText},
+        {AcDbPolyline::desc(), drawPolyline},
+        {AcDbCircle::desc(), drawCircle},
+        {AcDbArc::desc(), drawArc},
+        {AcDbEllipse::desc(), drawEllipse},
+        {AcDbRay::desc(), drawRay},
+        {AcDbXline::desc(), drawXline},
+        {AcDbSpline::desc(), drawSpline},
+        {AcDb2dPolyline::desc(), draw2dPolyline},
+        {AcDb3dPolyline::desc(), draw3dPolyline},
+        {AcDbPolygonMesh::desc(), drawPolygonMesh},
+        {AcDbPolyFaceMesh::desc(), drawPolyFaceMesh},
+        {AcDbFilledArea::desc(), drawFilledArea},
+        {AcDbFace::desc(), drawFace},
+        {AcDbPoint::desc(), drawPoint},
+        {AcDbShape::desc(), drawShape},
+        {AcDbViewport::desc(), drawViewport},
+        {AcDbAttributeDefinition::desc(), nullptr, drawDefinition},
+        {AcDbMText::desc(), drawMText},
+        {AcDbHatch::desc(), drawHatch},
+        {AcDbDimension::desc(), nullptr, drawDimension},
+        {AcDbLeader::desc(), nullptr, drawLeader},
+        {AcDbFcf::desc(), nullptr, drawTolerance},
+        {AcDbMline::desc(), nullptr, drawMultiline},
+        {AcDbModelerGeometry::desc(), drawSolidBody},
+        {AcDbRasterImage::desc(), drawImage},
+    };
+    for (; cls; cls = cls->myParent())
+        for (const Row& row : rows)
+            if (row.cls == cls)
+                return &row;
+    return nullptr;
+}
+
 } // namespace
 
 bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
     if (entity.visibility() == AcDb::kInvisible)
         return true;
     setTraits(entity, context.subEntityTraits());
-    if (const auto* const definition = AcDbAttributeDefinition::cast(&entity)) {
-        vndk::gi::drawTextLine(*definition, definition->tagValue(), context.geometry());
-        return true;
-    }
-    if (const auto* const reference = AcDbBlockReference::cast(&entity)) {
-        drawReference(*reference, context);
-        return true;
-    }
-    if (const auto* const dimension = AcDbDimension::cast(&entity)) {
-        drawDimension(*dimension, context);
-        return true;
-    }
-    if (const auto* const leader = AcDbLeader::cast(&entity)) {
-        drawParts(leader->picture(), context);
-        return true;
-    }
-    if (const auto* const tolerance = AcDbFcf::cast(&entity)) {
-        drawParts(tolerance->picture(), context);
-        return true;
-    }
-    if (const auto* const mline = AcDbMline::cast(&entity)) {
-        vndk::gi::drawMline(*mline, context);
-        return true;
-    }
-    if (const Draw draw = drawerOf(entity.isA())) {
-        draw(entity, context.geometry());
+    if (const Row* const row = rowOf(entity.isA())) {
+        if (row->draw)
+            row->draw(entity, context.geometry());
+        else
+            row->drawWith(entity, context);
         return true;
     }
     const auto* const opaque = AcDbOpaqueEntity::cast(&entity);
@@ -188,8 +193,8 @@ bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
 }
 
 void acgiDrawInBlock(const AcDbEntity& entity, bool definitions, AcGiWorldDraw& context) {
-    const auto* const definition = AcDbAttributeDefinition::cast(&entity);
-    if (!definition || definitions) {
+    const auto* const definition = definitions ? nullptr : AcDbAttributeDefinition::cast(&entity);
+    if (!definition) {
         acgiDrawEntity(entity, context);
     } else if (definition->attributeData().flags & 2 && isShown(*definition, definition->isInvisible())) {
         setTraits(*definition, context.subEntityTraits());

@@ -87,6 +87,10 @@ bool takePercentCode(std::string_view& rest, PlainText& plain) {
 
 PlainText withoutCodes(std::string_view text) {
     PlainText plain;
+    if (text.find_first_of("%\\") == std::string_view::npos) {
+        plain.text = text; // nearly every text
+        return plain;
+    }
     while (!text.empty()) {
         if (takePercentCode(text, plain) || takeUnicode(text, plain.text))
             continue;

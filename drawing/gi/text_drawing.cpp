@@ -50,8 +50,9 @@ void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry
     }
     text.position = entity.isDefaultAlignment() || fitted ? entity.position() : entity.alignmentPoint();
     const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data.normal);
-    text.direction = toWorld * AcGeVector3d(std::cos(angle), std::sin(angle), 0);
-    text.up = toWorld * AcGeVector3d(-std::sin(angle), std::cos(angle), 0);
+    const double c = std::cos(angle), s = std::sin(angle);
+    text.direction = toWorld * AcGeVector3d(c, s, 0);
+    text.up = toWorld * AcGeVector3d(-s, c, 0);
     geometry.text(text);
 }
 

@@ -24,13 +24,6 @@ AcRxClass::AcRxClass(AcRxClass*& holder, const char* name, AcRxClass* parent, co
     : name_(name), dxfName_(dxfName ? dxfName : ""), appName_(appName ? appName : ""), parent_(parent),
       factory_(factory), holder_(holder) {}
 
-bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
-    for (const AcRxClass* cls = this; cls; cls = cls->parent_)
-        if (cls == other)
-            return true;
-    return false;
-}
-
 void newAcRxClass(AcRxClass*& holder, const char* name, AcRxClass* parent, const char* dxfName, const char* appName,
                   AcRxClass::Factory factory) {
     auto& entry = classDictionary()[name];

@@ -81,8 +81,9 @@ public:
     // The sequence of entities and the list of references belong to the record's identity, not to its data:
     // undo doesn't touch them, since erased entities stay in the sequence.
 
-    /// Ids of all entities in order, erased ones included. Loaded from the file at the first call.
-    const std::vector<AcDbObjectId>& entities() const;
+    /// Ids of all entities in order, erased ones included. Loaded from the file at the first call; with `decoding` the
+    /// entities themselves as well, which is quicker for who opens all of them than one by one.
+    const std::vector<AcDbObjectId>& entities(bool decoding = false) const;
     bool entitiesLoaded() const { return content_.loaded; }
     /// True if the file's chain didn't lead to the last entity: some are missing. Known once the sequence is loaded.
     bool isChainBroken() const { return content_.broken; }

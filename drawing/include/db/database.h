@@ -27,10 +27,11 @@ public:
     virtual AcDbObject* decode(AcDbStub& stub) = 0;
     /// False if the slot's bytes can't become an object of exactly that class; true also where only decoding tells.
     virtual bool canBe(AcDbStub& stub, const AcRxClass* cls) = 0;
-    /// The ids of the chain of entities from `first` to `last` that `owner` holds, without decoding their fields. A
-    /// chain that is broken, runs in a circle or leads to another's entities ends there, with a warning in the
-    /// database.
-    virtual std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last) = 0;
+    /// The ids of the chain of entities from `first` to `last` that `owner` holds. Their fields aren't decoded, or all
+    /// are, for who needs them next: a record is then read once. A chain that is broken, runs in a circle or leads to
+    /// another's entities ends there, with a warning in the database.
+    virtual std::vector<AcDbObjectId> readChain(AcDbObjectId owner, AcDbObjectId first, AcDbObjectId last,
+                                                bool decoding) = 0;
 };
 
 class AcDbDatabase : public AcRxObject {

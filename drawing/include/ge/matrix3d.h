@@ -62,5 +62,10 @@ public:
     bool isEqualTo(const AcGeMatrix3d& other, const AcGeTol& tol = {}) const;
 };
 
-AcGePoint3d operator*(const AcGeMatrix3d& m, const AcGePoint3d& p);
-AcGeVector3d operator*(const AcGeMatrix3d& m, const AcGeVector3d& v);
+inline AcGeVector3d operator*(const AcGeMatrix3d& m, const AcGeVector3d& v) {
+    return m.xAxis() * v.x + m.yAxis() * v.y + m.zAxis() * v.z;
+}
+inline AcGePoint3d operator*(const AcGeMatrix3d& m, const AcGePoint3d& p) {
+    const AcGeVector3d v = m * p.asVector() + m.translationPart();
+    return {v.x, v.y, v.z};
+}

@@ -32,7 +32,12 @@ public:
     const char* appName() const { return appName_.c_str(); }
     AcRxClass* myParent() const { return parent_; }
     /// True for this class itself and for each of its ancestors.
-    bool isDerivedFrom(const AcRxClass* other) const;
+    bool isDerivedFrom(const AcRxClass* other) const {
+        const AcRxClass* cls = this;
+        while (cls && cls != other)
+            cls = cls->parent_;
+        return cls != nullptr;
+    }
     /// A new object of the class, owned by the caller; null for an abstract class.
     AcRxObject* create() const { return factory_ ? factory_() : nullptr; }
 

@@ -110,6 +110,14 @@ TEST(ObjectFrame, TellsWhatRealRecordsHold) {
         EXPECT_EQ(handles.previous, each.previous);
         EXPECT_EQ(handles.next, each.next);
         EXPECT_EQ(handles.layer, each.layer);
+        Neighbours neighbours;
+        ASSERT_EQ(readNeighbours(each.record, FrameContext(each.version, {}), neighbours), each.isEntity);
+        if (each.isEntity) {
+            EXPECT_EQ(neighbours.mode, each.mode);
+            EXPECT_EQ(neighbours.owner, each.owner);
+            EXPECT_EQ(neighbours.previous, each.previous);
+            EXPECT_EQ(neighbours.next, each.next);
+        }
         BitReader reader(each.record.data(), handles.typeBit, frame.endBit);
         for (const uint64_t handle : each.typeHandles)
             EXPECT_EQ(reader.H().absolute(frame.handle), handle);
@@ -224,12 +232,20 @@ TEST(ObjectFrame, DamagedRecordsAreRefusedOrStayInside) {
                 const FrameContext context(each.version, {});
                 ObjectFrame frame;
                 CommonHandles handles;
+                Neighbours neighbours;
+                const bool chained = readNeighbours(damaged, context, neighbours);
                 if (!parseFrame(damaged, context, frame))
                     continue;
                 ASSERT_LE(frame.fieldsBit, frame.handlesBit) << each.what;
                 ASSERT_LE(frame.handlesBit, frame.endBit) << each.what;
                 if (readCommonHandles(damaged, frame, handles)) {
                     ASSERT_LE(handles.typeBit, frame.endBit) << each.what;
+                    ASSERT_EQ(chained, frame.isEntity) << each.what;
+                    if (chained) {
+                        ASSERT_EQ(neighbours.previous, handles.previous) << each.what;
+                        ASSERT_EQ(neighbours.next, handles.next) << each.what;
+                        ASSERT_EQ(neighbours.owner, handles.owner) << each.what;
+                    }
                 }
                 patchLinks(damaged, context, 1, 2);
             }

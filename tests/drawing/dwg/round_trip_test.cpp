@@ -160,6 +160,32 @@ TEST(RoundTrip, ErasingAnyOneEntityLeavesTheRestChained) {
     }
 }
 
+/// Of neighbours by number and of others.
+TEST(RoundTrip, ReadsTheSameChainWithAndWithoutDecoding) {
+    AcDbDatabase database, plain(false), decoded(false);
+    append(database.modelSpaceId(), new AcDbLine({0, 0, 0}, {1, 0, 0}));
+    const AcDbObjectId block = addBlock(database, "DOOR");
+    append(block, new AcDbLine({0, 0, 0}, {8, 5, 0}));
+    append(database.modelSpaceId(), new AcDbBlockReference({5, 5, 0}, block));
+    const AcDbObjectId gone = append(database.modelSpaceId(), new AcDbLine({0, 0, 0}, {2, 0, 0}));
+    append(database.modelSpaceId(), new AcDbLine({0, 0, 0}, {3, 0, 0}));
+    erase(gone);
+    reread(plain, database);
+    reread(decoded, database);
+    const std::vector<AcDbObjectId> expected = entitiesOf(plain.modelSpaceId());
+    ASSERT_EQ(expected.size(), 3U);
+    EXPECT_EQ(expected.back().stub()->object, nullptr) << "fields stay as they are";
+    const AcDbObjectPointer<AcDbBlockTableRecord> space(decoded.modelSpaceId());
+    ASSERT_EQ(space->entities(true).size(), expected.size());
+    EXPECT_FALSE(space->isChainBroken());
+    for (size_t i = 0; i < expected.size(); ++i) {
+        const AcDbObjectId id = space->entities()[i];
+        EXPECT_EQ(id.handle(), expected[i].handle());
+        EXPECT_NE(id.stub()->object, nullptr);
+        EXPECT_EQ(AcDbObjectPointer<AcDbEntity>(id)->ownerId(), decoded.modelSpaceId());
+    }
+}
+
 /// A block with definitions, referenced with attributes in both spaces: everything that INSERT makes.
 TEST(RoundTrip, KeepsABlockWithAttributesInANewDrawing) {
     AcDbDatabase database, again(false);

@@ -69,6 +69,24 @@ TEST(Extents, EmptyBoxesChangeNothing) {
     expectNear(box.maxPoint(), {-2, 1, 3}, "turned");
 }
 
+TEST(Extents, TransformedBoxesHoldTheirCorners) {
+    const AcGePoint3d low(-3, 2, 5), high(4, 9, 6);
+    const AcGeMatrix3d matrix = AcGeMatrix3d::translation({7, -8, 9}) *
+                                AcGeMatrix3d::rotation(0.7, AcGeVector3d(1, 2, -3).normal()) *
+                                AcGeMatrix3d::scaling(AcGeScale3d(2, -3, 0.5));
+    AcDbExtents box(low, high), corners;
+    box.transformBy(matrix);
+    for (const double x : {low.x, high.x})
+        for (const double y : {low.y, high.y})
+            for (const double z : {low.z, high.z})
+                corners.addPoint(matrix * AcGePoint3d(x, y, z));
+    EXPECT_EQ(box.minPoint(), corners.minPoint());
+    EXPECT_EQ(box.maxPoint(), corners.maxPoint());
+    AcDbExtents nothing;
+    nothing.transformBy(matrix);
+    EXPECT_TRUE(nothing.isEmpty());
+}
+
 TEST(LineSegment, CrossesOnlyWhereBothAre) {
     const AcGeLineSeg3d a({0, 0, 0}, {10, 10, 0});
     AcGePoint3d p;
