@@ -15,6 +15,7 @@ namespace vndk::gs {
 namespace {
 
 constexpr double kEndless = 1e100;
+const AcDbExtents kEverywhere({-kEndless, -kEndless, -kEndless}, {kEndless, kEndless, kEndless});
 constexpr size_t kFewItems = 1024;
 
 } // namespace
@@ -55,11 +56,12 @@ void BlockList::buildAll() {
     built_ = block || block.openStatus() != Acad::eWasOpenForWrite;
     if (!block)
         return;
+    block->entities(true);
     const std::vector<AcDbObjectId> entities = dwg::drawOrder(*block);
     list_.parts.resize(entities.size());
     list_.boxes.resize(entities.size());
     list_.items.reserve(entities.size());
-    list_.points.reserve(entities.size());
+    list_.points.reserve(2 * entities.size()); // lines, mostly
     ListBuilder builder(list_);
     for (size_t i = 0; i < entities.size(); ++i)
         buildPart(builder, entities[i], i);
@@ -85,7 +87,7 @@ void BlockList::refresh(ListBuilder& builder, AcDbObjectId entity) {
     buildPart(builder, entity, part);
     if (isNew)
         numbers_.emplace(entity.stub(), part);
-    if (part < reaches_.size())
+    if (part < reached_)
         stale_.push_back(part);
 }
 
@@ -101,17 +103,16 @@ uint32_t BlockList::partOf(AcDbObjectId entity) {
 
 AcDbExtents BlockList::reachOf(size_t part, const WholeOf& wholeOf) const {
     AcDbExtents box = list_.boxes[part];
-    const AcDbExtents all({-kEndless, -kEndless, -kEndless}, {kEndless, kEndless, kEndless});
     for (uint32_t i = 0; i < list_.parts[part].count; ++i) {
         const Item& item = list_.items[list_.parts[part].first + i];
         if (item.kind == Item::Kind::Endless)
-            return all;
+            return kEverywhere;
         if (item.kind != Item::Kind::Block)
             continue;
         const BlockShape& shape = list_.blocks[item.first];
         const Whole& inner = wholeOf(shape.record);
         if (inner.endless)
-            return all;
+            return kEverywhere;
         AcDbExtents moved = inner.box;
         moved.transformBy(shape.transform);
         box.addExt(moved);
@@ -119,28 +120,63 @@ AcDbExtents BlockList::reachOf(size_t part, const WholeOf& wholeOf) const {
     return box;
 }
 
-std::span<const AcDbExtents> BlockList::reaches(const WholeOf& wholeOf) {
+/// The same of all parts at once; what has gone counts as well.
+AcDbExtents BlockList::reachOfAll(const WholeOf& wholeOf) const {
+    AcDbExtents all;
+    bool endless = !list_.endless.empty();
+    for (const AcDbExtents& box : list_.boxes)
+        all.addExt(box);
+    for (const BlockShape& shape : list_.blocks) {
+        const Whole& inner = wholeOf(shape.record);
+        endless = endless || inner.endless;
+        AcDbExtents moved = inner.box;
+        moved.transformBy(shape.transform);
+        all.addExt(moved);
+    }
+    return endless ? kEverywhere : all;
+}
+
+void BlockList::blocksChanged() {
+    reach_ = AcDbExtents();
+    reached_ = 0;
+    stale_.clear();
+    reaches_.clear();
+    tree_ = PartTree();
+}
+
+void BlockList::followReach(const WholeOf& wholeOf) {
     const size_t count = list().parts.size();
-    if (reaches_.empty()) {
-        stale_.clear();
-        tree_ = PartTree();
-        reach_ = AcDbExtents();
+    if (reached_ == 0)
+        reach_ = reachOfAll(wholeOf);
+    const bool keeps = !reaches_.empty();
+    for (size_t part = reached_ == 0 ? count : reached_; part < count; ++part) {
+        const AcDbExtents box = reachOf(part, wholeOf);
+        reach_.addExt(box);
+        if (keeps)
+            reaches_.push_back(box);
     }
-    for (size_t part = reaches_.size(); part < count; ++part) {
-        reaches_.push_back(reachOf(part, wholeOf));
-        reach_.addExt(reaches_.back());
-    }
+    reached_ = count;
     for (const uint32_t part : stale_) {
-        reaches_[part] = reachOf(part, wholeOf);
-        reach_.addExt(reaches_[part]);
-        tree_.update(reaches_, part);
+        const AcDbExtents box = reachOf(part, wholeOf);
+        reach_.addExt(box);
+        if (keeps) {
+            reaches_[part] = box;
+            tree_.update(reaches_, part);
+        }
     }
     stale_.clear();
+}
+
+std::span<const AcDbExtents> BlockList::reaches(const WholeOf& wholeOf) {
+    followReach(wholeOf);
+    reaches_.reserve(reached_);
+    for (size_t part = reaches_.size(); part < reached_; ++part)
+        reaches_.push_back(reachOf(part, wholeOf));
     return reaches_;
 }
 
 const AcDbExtents& BlockList::reach(const WholeOf& wholeOf) {
-    reaches(wholeOf);
+    followReach(wholeOf);
     return reach_;
 }
 

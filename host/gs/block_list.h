@@ -28,7 +28,7 @@ public:
     /// An entity has come, has changed or has gone.
     void entityChanged(AcDbObjectId entity) { changed_.push_back(entity); }
     /// Blocks within have changed: their boxes are asked for again.
-    void blocksChanged() { reaches_.clear(); }
+    void blocksChanged();
     /// No number: the entity isn't there.
     static constexpr uint32_t kNone = ~0U;
     uint32_t partOf(AcDbObjectId entity);
@@ -41,7 +41,7 @@ public:
     /// That takes some time for the first time (`canFind` tells).
     const std::vector<uint32_t>& partsIn(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf);
 
-    bool canFind() const { return !reaches_.empty() && tree_.size() > 0; }
+    bool canFind() const { return tree_.size() > 0; }
 
 private:
     void buildAll();
@@ -50,6 +50,8 @@ private:
     void refresh(ListBuilder& builder, AcDbObjectId entity);
     void sortFound();
     AcDbExtents reachOf(size_t part, const WholeOf& wholeOf) const;
+    AcDbExtents reachOfAll(const WholeOf& wholeOf) const;
+    void followReach(const WholeOf& wholeOf);
 
     AcDbObjectId record_;
     bool definitions_;
@@ -59,9 +61,10 @@ private:
     size_t left_ = 0; // items that belong to no part
     std::vector<AcDbObjectId> changed_;
     std::unordered_map<const AcDbStub*, uint32_t> numbers_; // made when it is first needed
-    std::vector<AcDbExtents> reaches_;                      // not for the parts behind, nor for `stale_`
-    AcDbExtents reach_;
+    AcDbExtents reach_; // around the first `reached_` parts, as they are but for `stale_`
+    size_t reached_ = 0;
     std::vector<uint32_t> stale_;
+    std::vector<AcDbExtents> reaches_; // of the same parts; none until somebody looks for parts
     PartTree tree_;
     std::vector<uint32_t> found_;
     std::vector<bool> isFound_; // kept between searches

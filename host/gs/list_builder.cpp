@@ -170,7 +170,8 @@ void ListBuilder::text(const AcGiText& text) {
     }
     const AcGeVector3d x = text.direction * (text.backward ? -along : along);
     const AcGeVector3d y = text.up * (text.upsideDown ? -height : height);
-    const AcGeVector3d lean = text.direction * (height * std::tan(text.oblique) * (text.backward ? -1 : 1));
+    const double slope = text.oblique == 0 ? 0 : std::tan(text.oblique);
+    const AcGeVector3d lean = text.direction * (height * slope * (text.backward ? -1 : 1));
     constexpr double kAlong[] = {0, 0.5, 1};
     constexpr double kAcross[] = {0, -kDescent, 0.5, 1};
     shape.x = x;

@@ -191,6 +191,8 @@ void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const
         s = s * turnCos + c * turnSin;
         c = next;
     }
+    if (style.thin)
+        return drawThin(curve_, projector, style.color);
     Stroker(raster_, projector, style).draw(curve_);
 }
 

@@ -55,10 +55,14 @@ public:
     void dot(const Spot& at, std::uint32_t color);
     /// One pixel wide, both end pixels included.
     void line(const Spot& a, const Spot& b, std::uint32_t color) {
-        if (pixels_ && !depths_ && holds(a) && holds(b))
-            inside(static_cast<int>(a.x), static_cast<int>(a.y), static_cast<int>(b.x), static_cast<int>(b.y), color);
+        if (!pixels_ || !holds(a) || !holds(b))
+            return clipped(a, b, color, 0);
+        const int x0 = static_cast<int>(a.x), y0 = static_cast<int>(a.y), x1 = static_cast<int>(b.x),
+                  y1 = static_cast<int>(b.y);
+        if (depths_)
+            deepLine(x0, y0, x1, y1, a.z, b.z, color);
         else
-            clipped(a, b, color, 0);
+            inside(x0, y0, x1, y1, color);
     }
     /// The edge of an area, as deep as the area.
     void edge(const Spot& a, const Spot& b, std::uint32_t color) {
@@ -96,6 +100,7 @@ private:
     void deepSpan(int first, int last, int y, std::uint32_t color);
     void clipped(const Spot& a, const Spot& b, std::uint32_t color, double behind);
     void inside(int x0, int y0, int x1, int y1, std::uint32_t color);
+    void deepRow(int first, int last, int y, double z, std::uint32_t color);
     void deepLine(int x0, int y0, int x1, int y1, double z0, double z1, std::uint32_t color);
     bool setPlane(std::span<const Spot> corners, std::span<const std::size_t> ends);
 

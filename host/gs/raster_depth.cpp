@@ -2,6 +2,7 @@
 #include "gs/raster.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace vndk::gs {
@@ -58,8 +59,22 @@ void Raster::deepSpan(int first, int last, int y, std::uint32_t color) {
         }
 }
 
+/// Pixels of a row in the same depth.
+void Raster::deepRow(int first, int last, int y, double z, std::uint32_t color) {
+    std::uint32_t* const pixels = &at(first, y);
+    float* const depths = &depthAt(first, y);
+    const auto own = static_cast<float>(z), farthest = static_cast<float>(z + kEqual);
+    for (int i = 0; i <= last - first; ++i) {
+        const bool seen = depths[i] <= farthest;
+        pixels[i] = seen ? color : pixels[i];
+        depths[i] = seen ? own : depths[i];
+    }
+}
+
 void Raster::deepLine(int x0, int y0, int x1, int y1, double z0, double z1, std::uint32_t color) {
     const int dx = std::abs(x1 - x0), dy = std::abs(y1 - y0);
+    if (dy == 0 && z0 == z1) // as in a plan seen from above
+        return deepRow(std::min(x0, x1), std::max(x0, x1), y0, z0, color);
     const std::ptrdiff_t stepX = x0 < x1 ? 1 : -1, stepY = y0 < y1 ? stride_ : -std::ptrdiff_t{stride_};
     const bool flat = dx >= dy;
     const int longer = flat ? dx : dy, shorter = flat ? dy : dx;
@@ -69,10 +84,13 @@ void Raster::deepLine(int x0, int y0, int x1, int y1, double z0, double z1, std:
     const double step = longer > 0 ? (z1 - z0) / longer : 0;
     double z = longer > 0 ? z0 : std::max(z0, z1);
     for (int i = 0; i <= longer; ++i, z += step) {
-        if (z + kEqual >= depths_[place]) {
-            pixels_[place] = color;
-            depths_[place] = static_cast<float>(z);
-        }
+        // Without a branch: what lies in front of a line is anybody's guess.
+        std::uint32_t& pixel = pixels_[place];
+        float& depth = depths_[place];
+        const std::uint32_t seen = 0U - static_cast<std::uint32_t>(z + kEqual >= depth);
+        pixel ^= (pixel ^ color) & seen;
+        const auto former = std::bit_cast<std::uint32_t>(depth);
+        depth = std::bit_cast<float>(former ^ ((former ^ std::bit_cast<std::uint32_t>(static_cast<float>(z))) & seen));
         const int turns = error >> 31;
         error += (turns & 2 * longer) - 2 * shorter;
         place += along + (turns & aside);

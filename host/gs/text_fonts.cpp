@@ -64,6 +64,15 @@ const LOGFONTA& fontFor(size_t family, bool bold, bool italic) {
     return allFonts()[family * 4 + (bold ? 2 : 0) + (italic ? 1 : 0)];
 }
 
+/// By letter; null until it is asked for.
+using Outlines = std::array<const win32::GlyphOutline*, 256>;
+
+/// Texts ask for every letter, and the face behind a description has to be looked for.
+Outlines& knownOutlines(const LOGFONTA& font) {
+    static std::array<Outlines, kFonts> known{};
+    return known[static_cast<size_t>(&font - allFonts().data())];
+}
+
 } // namespace
 
 const LOGFONTA& fontOfFace(std::string_view face, bool bold, bool italic) {
@@ -91,19 +100,19 @@ const LOGFONTA& fontOfStyle(AcDbObjectId style) {
 }
 
 const win32::GlyphOutline& outlineOf(char letter, const LOGFONTA& font) {
-    // Texts ask for every letter, and the face behind a description has to be looked for.
-    static std::array<std::array<const win32::GlyphOutline*, 256>, kFonts> known{};
-    const auto place = static_cast<size_t>(&font - allFonts().data());
-    const win32::GlyphOutline*& outline = known[place][static_cast<unsigned char>(letter)];
+    const win32::GlyphOutline*& outline = knownOutlines(font)[static_cast<unsigned char>(letter)];
     if (!outline)
         outline = &win32::glyphOutline(font, letter);
     return *outline;
 }
 
 double widthOf(std::string_view letters, const LOGFONTA& font) {
+    const Outlines& known = knownOutlines(font);
     double width = 0;
-    for (const char letter : letters)
-        width += outlineOf(letter, font).advance;
+    for (const char letter : letters) {
+        const win32::GlyphOutline* const outline = known[static_cast<unsigned char>(letter)];
+        width += (outline ? *outline : outlineOf(letter, font)).advance;
+    }
     return width;
 }
 
