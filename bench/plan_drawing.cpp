@@ -56,31 +56,32 @@ bool addReference(AcDbBlockTableRecord& space, int number, AcDbObjectId block) {
     return well;
 }
 
-bool fill(AcDbDatabase& database) {
+bool fill(AcDbDatabase& database, double size) {
+    const auto times = [size](int count) { return static_cast<int>(count * size); };
     std::vector<AcDbObjectId> blocks;
-    for (int i = 0; i < kBlocks; ++i)
+    for (int i = 0; i < times(kBlocks); ++i)
         if (!addBlock(database, i, blocks))
             return false;
     const AcDbObjectPointer<AcDbBlockTableRecord> space(database.modelSpaceId(), AcDb::kForWrite);
     bool well = bool(space);
-    for (int i = 0; well && i < kLines; ++i)
+    for (int i = 0; well && i < times(kLines); ++i)
         well = append(*space, std::make_unique<AcDbLine>(place(i), place(i + 7)));
-    for (int i = 0; well && i < kCircles; ++i)
+    for (int i = 0; well && i < times(kCircles); ++i)
         well = append(*space, std::make_unique<AcDbCircle>(place(i), AcGeVector3d(0, 0, 1), 1 + i % 9));
-    for (int i = 0; well && i < kTexts; ++i)
+    for (int i = 0; well && i < times(kTexts); ++i)
         well = append(*space, std::make_unique<AcDbText>(place(i), ("Room " + std::to_string(i)).c_str(),
                                                          AcDbObjectId(), 2.5, 0));
-    for (int i = 0; well && i < kReferences; ++i)
+    for (int i = 0; well && i < times(kReferences); ++i)
         well = addReference(*space, i, blocks[static_cast<size_t>(i) % blocks.size()]);
     return well;
 }
 
 } // namespace
 
-bool makePlanDrawing(const std::string& path) {
+bool makePlanDrawing(const std::string& path, double size) {
     AcDbDatabase database(true, true);
     database.disableUndoRecording(true);
-    if (!fill(database)) {
+    if (!fill(database, size)) {
         std::fprintf(stderr, "The drawing for the measurement can't be made.\n");
         return false;
     }

@@ -6,7 +6,7 @@
 
 namespace vndk::bench {
 
-/// Writes it. False, with a message on standard error, if that fails.
-bool makePlanDrawing(const std::string& path);
+/// Writes it, with `size` times as much in it. False, with a message on standard error, if that fails.
+bool makePlanDrawing(const std::string& path, double size = 1);
 
 } // namespace vndk::bench
