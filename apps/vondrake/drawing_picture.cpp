@@ -57,8 +57,9 @@ bool lookAsSaved(AcGsView& view, const AcDbDatabase& database) {
         return false;
     // The field's width never counts beside its height where the screen isn't known.
     const double aspect = std::max(dwg::activeViewAspect(database, database.tilemode()), 1e-9);
-    view.setView(saved->center + saved->direction * saved->height, saved->center, saved->up, saved->height * aspect,
-                 saved->height);
+    view.setView(saved->center + saved->direction * (saved->eye > 0 ? saved->eye : saved->height), saved->center,
+                 saved->up, saved->height * aspect, saved->height,
+                 saved->eye > 0 ? AcGsView::kPerspective : AcGsView::kParallel);
     return true;
 }
 

@@ -18,7 +18,8 @@ struct View {
     double height = 0, width = 0, twist = 0;
     AcGePoint2d center;
     AcGePoint3d target;
-    AcGeVector3d direction;
+    AcGeVector3d direction; // as long as the eye is away
+    bool perspective = false;
 };
 
 /// From the plane of the screen, whose origin is the target, to world directions.
@@ -34,15 +35,17 @@ std::optional<ActiveView> toWorld(const View& view) {
     const AcGePoint3d center = view.target + screen * AcGeVector3d(view.center.x, view.center.y, 0);
     if (!std::isfinite(center.x + center.y + center.z))
         return std::nullopt;
-    return ActiveView{center, view.height, view.direction.normal(), screen.yAxis()};
+    return ActiveView{center, view.height, view.direction.normal(), screen.yAxis(),
+                      view.perspective ? view.direction.length() : 0};
 }
 
 /// Target, direction and twist stay where they lead to the same picture.
 void fromWorld(const ActiveView& from, View& view) {
     const std::optional<ActiveView> former = toWorld(view);
-    if (!former || !former->direction.isEqualTo(from.direction) || !former->up.isEqualTo(from.up)) {
+    if (!former || !former->direction.isEqualTo(from.direction) || !former->up.isEqualTo(from.up) ||
+        former->eye != from.eye) {
         view.target = from.center;
-        view.direction = from.direction;
+        view.direction = from.eye > 0 ? from.direction * from.eye : from.direction;
         const AcGeVector3d up = AcGeMatrix3d::worldToPlane(from.direction) * from.up;
         view.twist = std::atan2(up.x, up.y);
     }
@@ -50,6 +53,9 @@ void fromWorld(const ActiveView& from, View& view) {
     view.center = {aside.x, aside.y};
     view.height = from.height;
 }
+
+constexpr unsigned kPerspectiveBit = 8; // of a record's mode: the first of its bits
+constexpr uint32_t kPerspectiveStatus = 1;
 
 AcDbObjectId activeRecord(const AcDbDatabase& database) {
     AcDbObjectId id;
@@ -69,7 +75,11 @@ std::optional<View> readRecord(BitReader& bits) {
     for (double* number : {&view.target.x, &view.target.y, &view.target.z, &view.direction.x, &view.direction.y,
                            &view.direction.z, &view.twist})
         *number = bits.BD();
-    return bits.failed() ? std::nullopt : std::optional(view);
+    BitReader more = bits;
+    for (int i = 0; i < 3; ++i)
+        more.BD(); // the lens and the planes that cut off
+    view.perspective = (more.BITS4() & kPerspectiveBit) != 0;
+    return bits.failed() || more.failed() ? std::nullopt : std::optional(view);
 }
 
 BitReader readerOf(const AcDbOpaqueFields& fields) {
@@ -122,7 +132,13 @@ AcDbObjectId sheetOf(const AcDbDatabase& database) {
 
 View viewOf(const AcDbViewport::Data& data) {
     const double width = data.height > 0 ? data.viewHeight * data.width / data.height : 0;
-    return {data.viewHeight, width, data.twist, data.viewCenter, data.target, data.direction};
+    return {data.viewHeight,
+            width,
+            data.twist,
+            data.viewCenter,
+            data.target,
+            data.direction,
+            (data.status & kPerspectiveStatus) != 0};
 }
 
 std::optional<View> paperView(const AcDbDatabase& database) {

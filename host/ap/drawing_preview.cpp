@@ -138,8 +138,8 @@ public:
             if (!block || !view_->add(block.object(), &model()))
                 return {};
         }
-        view_->setView(seen.center + seen.direction * seen.height, seen.center, seen.up, seen.height * 1e-9,
-                       seen.height);
+        view_->setView(eyeOf(seen), seen.center, seen.up, seen.height * 1e-9, seen.height,
+                       seen.eye > 0 ? AcGsView::kPerspective : AcGsView::kParallel);
         device_->update();
         return BitmapWriter().write(device_->picture());
     }

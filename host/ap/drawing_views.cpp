@@ -23,6 +23,10 @@ bool isView(const dwg::ActiveView& view) {
 
 } // namespace
 
+AcGePoint3d eyeOf(const dwg::ActiveView& view) {
+    return view.center + view.direction * (view.eye > 0 ? view.eye : view.height);
+}
+
 AcGeMatrix3d worldToView(const dwg::ActiveView& view) {
     const AcGeVector3d right = view.up.crossProduct(view.direction);
     return AcGeMatrix3d::coordSystem(view.center, right, view.up, view.direction).inverse();

@@ -13,7 +13,7 @@ bool isSize(double size) { return size > 0 && std::isfinite(size); }
 } // namespace
 
 bool Camera::set(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& upVector,
-                 double fieldWidth, double fieldHeight) {
+                 double fieldWidth, double fieldHeight, bool perspective) {
     const AcGeVector3d sight = position - target;
     const double distance = sight.length();
     if (!isFinite(position.asVector()) || !isFinite(target.asVector()) || !isFinite(upVector) || !isSize(fieldWidth) ||
@@ -28,6 +28,7 @@ bool Camera::set(const AcGePoint3d& position, const AcGePoint3d& target, const A
     up_ = up.normal();
     fieldWidth_ = fieldWidth;
     fieldHeight_ = fieldHeight;
+    perspective_ = perspective;
     return true;
 }
 
@@ -87,6 +88,13 @@ AcGeMatrix3d Camera::viewToDevice(const AcGsDCRect& viewport) const {
     matrix.entry[0][3] = viewport.m_min.x + width / 2;
     matrix.entry[1][3] = viewport.m_min.y + height / 2;
     return matrix;
+}
+
+std::optional<Lens> Camera::lens(const AcGsDCRect& viewport) const {
+    if (!perspective_)
+        return std::nullopt;
+    const AcGeMatrix3d toDevice = viewToDevice(viewport);
+    return Lens{{toDevice.entry[0][3], toDevice.entry[1][3], 0}, (position_ - target_).length() * toDevice.entry[0][0]};
 }
 
 } // namespace vndk::gs

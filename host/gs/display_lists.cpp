@@ -48,11 +48,11 @@ const AcDbExtents& DisplayLists::reachOf(AcDbObjectId record, bool definitions) 
     return listOf(record, definitions).reach([this](AcDbObjectId id) -> auto& { return wholeOf(id); });
 }
 
-const std::vector<uint32_t>& DisplayLists::partsIn(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+const std::vector<uint32_t>& DisplayLists::partsIn(AcDbObjectId record, bool definitions, const BoxProjector& projector,
                                                    const PictureBox& seen) {
     return listOf(record, definitions)
         .partsIn(
-            seen, BoxProjector(toDevice), [this](AcDbObjectId id) -> auto& { return wholeOf(id); });
+            seen, projector, [this](AcDbObjectId id) -> auto& { return wholeOf(id); });
 }
 
 uint32_t DisplayLists::partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity) {

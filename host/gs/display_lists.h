@@ -30,7 +30,7 @@ public:
     bool canFind(AcDbObjectId record, bool definitions) { return listOf(record, definitions).canFind(); }
     /// Parts of the same list that come out within a part of the picture, in the order in which they are drawn. Valid
     /// until it is asked again.
-    const std::vector<uint32_t>& partsIn(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
+    const std::vector<uint32_t>& partsIn(AcDbObjectId record, bool definitions, const BoxProjector& projector,
                                          const PictureBox& seen);
     /// BlockList::kNone: the entity isn't in the block.
     uint32_t partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity);

@@ -39,8 +39,8 @@ GraphicsView::~GraphicsView() {
 }
 
 void GraphicsView::setView(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& upVector,
-                           double fieldWidth, double fieldHeight, Projection /*projection*/) {
-    camera_.set(position, target, upVector, fieldWidth, fieldHeight);
+                           double fieldWidth, double fieldHeight, Projection projection) {
+    camera_.set(position, target, upVector, fieldWidth, fieldHeight, projection == kPerspective);
     invalidate();
 }
 
@@ -179,6 +179,7 @@ Painting GraphicsView::paintingFor(const AcDbDatabase& database, std::uint32_t b
     painting.fills = database.header().FILLMODE;
     painting.hurried = interactive_;
     painting.thinning = interactive_ ? thinning_ : 1;
+    painting.lens = camera_.lens(viewport());
     if (mode_ == kHiddenLine)
         painting.surfaces = Painting::kHiding;
     else if (mode_ == kFlatShaded || mode_ == kFlatShadedWithWireframe)
@@ -220,6 +221,7 @@ void GraphicsView::drawPaperViewports(const Shown& shown, const Raster& raster, 
             styles.scaleLinetypes(1 / viewport.scale);
         Painting painting = paintingFor(database, background);
         painting.viewportHeight = part.bottom - part.top + 1.0;
+        painting.lens = viewport.lens(toDevice);
         ListPainter(inside, shown.model->lists(), styles, painting)
             .draw(database.modelSpaceId(), toDevice * viewport.toSheet);
     }

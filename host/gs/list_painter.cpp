@@ -56,6 +56,11 @@ double ListPainter::margin() const {
     return painting_.marks.mode != 0 ? painting_.viewportHeight : kWidestLine;
 }
 
+/// How many times as large things are seen there as the projector says; 0 before the eye.
+double ListPainter::scaleAt(const Spot& place) const {
+    return !lens() ? 1 : lens()->sees(place) ? lens()->scaleAt(place) : 0;
+}
+
 ListPainter::Level ListPainter::level(const DisplayList& list, const AcGeMatrix3d& toDevice,
                                       const Surroundings& around) {
     static const LinePattern kHighlight{{6, -4}, 10}; // pixels
@@ -103,7 +108,7 @@ void ListPainter::drawRecord(AcDbObjectId record, bool definitions, const AcGeMa
                     drawPart(whole, static_cast<uint32_t>(part));
         return;
     }
-    for (const uint32_t part : lists_.partsIn(record, definitions, toDevice, seen))
+    for (const uint32_t part : lists_.partsIn(record, definitions, BoxProjector(toDevice, lens()), seen))
         if (thinning.keeps(part))
             drawPart(whole, part);
 }
@@ -114,7 +119,7 @@ bool ListPainter::isWorthFinding(AcDbObjectId record, bool definitions, const Ac
                                  const PictureBox& seen) {
     constexpr size_t kReadySoon = 200'000;
     constexpr double kSmallShare = 0.5;
-    const PictureBox all = BoxProjector(toDevice)(lists_.reachOf(record, definitions));
+    const PictureBox all = BoxProjector(toDevice, lens())(lists_.reachOf(record, definitions));
     if (!all.meets(seen) || all.common(seen).area() > all.area() * kSmallShare)
         return false;
     return lists_.canFind(record, definitions) ||
@@ -172,7 +177,9 @@ void ListPainter::drawItem(const DisplayList& list, const Item& item, const Proj
 
 void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const Style& style) {
     constexpr double kSmallestRadius = 0.4; // pixels; what is smaller is a dot
-    const double radius = std::max(lengthOf(projector(arc.major)), lengthOf(projector(arc.minor)));
+    const double given = std::max(lengthOf(projector(arc.major)), lengthOf(projector(arc.minor)));
+    // What comes near the eye is divided as finely as anything.
+    const double scale = scaleAt(projector(arc.center)), radius = scale > 0 ? given * scale : given * 1e3;
     if (radius < kSmallestRadius)
         return raster_.dot(projector(arc.center), style.color);
     const int steps = stepsFor(radius, arc.sweep);
@@ -201,8 +208,9 @@ void ListPainter::drawText(const TextShape& text, const Projector& projector, co
     const Spot end = sum(origin, times(x, text.width));
     const PixelRect& clip = raster_.clip();
     const double margin = 2 * lengthOf(y) + lengthOf(x);
-    if (std::max(origin.x, end.x) + margin < clip.left || std::min(origin.x, end.x) - margin > clip.right + 1.0 ||
-        std::max(origin.y, end.y) + margin < clip.top || std::min(origin.y, end.y) - margin > clip.bottom + 1.0)
+    if (!lens() &&
+        (std::max(origin.x, end.x) + margin < clip.left || std::min(origin.x, end.x) - margin > clip.right + 1.0 ||
+         std::max(origin.y, end.y) + margin < clip.top || std::min(origin.y, end.y) - margin > clip.bottom + 1.0))
         return raster_.noteOutside();
     if (raster_.isProbe() || painting_.strokes != Painting::kAsTheyAre) {
         const std::array frame = {origin, end, sum(end, y), sum(origin, y)};
@@ -213,7 +221,7 @@ void ListPainter::drawText(const TextShape& text, const Projector& projector, co
             stroker.dashed(frame[i], frame[(i + 1) % frame.size()]);
         return;
     }
-    if (lengthOf(y) < kSmallestText || lengthOf(x) == 0) {
+    if (lengthOf(y) * scaleAt(origin) < kSmallestText || lengthOf(x) == 0) {
         const Spot up = times(y, 0.5);
         return raster_.line(sum(origin, up), sum(end, up), style.color);
     }
@@ -286,14 +294,16 @@ void ListPainter::drawMark(const PointShape& point, const Projector& projector, 
 
 void ListPainter::drawEndless(const EndlessShape& line, const Projector& projector, const Style& style) {
     const Spot base = projector(line.base), along = projector(line.direction);
-    const double speed = lengthOf(along);
+    // Into the depth a perspective shows lines, too.
+    const double speed = lens() ? std::hypot(along.x, along.y, along.z) : lengthOf(along);
     if (!(speed > 0) || !std::isfinite(speed))
         return raster_.dot(base, style.color);
     const PixelRect& clip = raster_.clip();
     // Far enough to leave the picture from wherever the base lies.
     const double reach =
         std::fabs(base.x) + std::fabs(base.y) + 2.0 * (std::abs(clip.right) + std::abs(clip.bottom) + 2);
-    const Spot far = times(along, reach / speed);
+    constexpr double kToVanish = 1e4; // times as far, and the vanishing point is reached
+    const Spot far = times(along, reach * (lens() ? kToVanish : 1) / speed);
     raster_.line(line.bothWays ? sum(base, times(far, -1)) : base, sum(base, far), style.color);
 }
 
@@ -303,14 +313,14 @@ void ListPainter::drawBlock(const BlockShape& block, const Projector& projector,
         return;
     const AcGeMatrix3d toDevice = projector.matrix() * block.transform;
     if (const BlockList::Whole& whole = lists_.wholeOf(block.record); !whole.endless) {
-        const PictureBox seen = BoxProjector(toDevice)(whole.box);
+        const PictureBox seen = BoxProjector(toDevice, lens())(whole.box);
         const PixelRect& clip = raster_.clip();
         if (!seen.meets(
                 {clip.left - margin(), clip.top - margin(), clip.right + 1 + margin(), clip.bottom + 1 + margin()}))
             return raster_.noteOutside();
         if (painting_.marks.mode == 0 && seen.right - seen.left < kSmallestBlock &&
             seen.bottom - seen.top < kSmallestBlock)
-            return style.visible ? raster_.dot({seen.left, seen.top}, style.color) : void();
+            return style.visible ? drawSmall(whole.box, toDevice, style) : void();
     }
     if (referencesLeft_ <= 0)
         return;
@@ -318,6 +328,11 @@ void ListPainter::drawBlock(const BlockShape& block, const Projector& projector,
     path_.push_back(block.record);
     drawRecord(block.record, false, toDevice, style.inner);
     path_.pop_back();
+}
+
+void ListPainter::drawSmall(const AcDbExtents& box, const AcGeMatrix3d& toDevice, const Style& style) {
+    const AcGePoint3d middle = box.minPoint() + (box.maxPoint() - box.minPoint()) * 0.5;
+    raster_.dot(Projector(toDevice)(middle), style.color);
 }
 
 } // namespace vndk::gs

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "gs/display_lists.h"
+#include "gs/lens.h"
 #include "gs/raster.h"
 #include "gs/stroker.h"
 #include "gs/styles.h"
 
 #include <array>
+#include <optional>
 
 namespace vndk::gs {
 
@@ -30,12 +32,18 @@ struct Painting {
     Strokes strokes = kAsTheyAre;   // with another one areas and texts are outlines
     bool hurried = false;           // nothing is prepared for later pictures
     double thinning = 1;            // one of that many parts is drawn, the same ones each time
+    std::optional<Lens> lens;       // of a perspective
 };
 
 class ListPainter {
 public:
     ListPainter(Raster& raster, DisplayLists& lists, Styles& styles, const Painting& painting)
-        : raster_(raster), lists_(lists), styles_(styles), painting_(painting) {}
+        : raster_(raster), lists_(lists), styles_(styles), painting_(painting) {
+        raster_.setLens(lens());
+    }
+    ~ListPainter() { raster_.setLens(nullptr); }
+    ListPainter(const ListPainter&) = delete;
+    ListPainter& operator=(const ListPainter&) = delete;
 
     /// A list where it is drawn.
     struct Level {
@@ -56,6 +64,8 @@ public:
     double margin() const;
 
 private:
+    const Lens* lens() const { return painting_.lens ? &*painting_.lens : nullptr; }
+    double scaleAt(const Spot& place) const;
     Level level(const DisplayList& list, const AcGeMatrix3d& toDevice, const Surroundings& around);
     void drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice, const Surroundings& around);
     bool isWorthFinding(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice, const PictureBox& seen);
@@ -66,6 +76,7 @@ private:
     void drawLetters(const TextShape& text, const Spot& origin, const Spot& x, const Spot& y, const Style& style);
     void drawMark(const PointShape& point, const Projector& projector, const Style& style);
     void drawEndless(const EndlessShape& line, const Projector& projector, const Style& style);
+    void drawSmall(const AcDbExtents& box, const AcGeMatrix3d& toDevice, const Style& style);
     void drawBlock(const BlockShape& block, const Projector& projector, const Style& style);
 
     void drawArea(std::span<const AcGePoint3d> corners, std::span<const uint32_t> ends, const Projector& projector,

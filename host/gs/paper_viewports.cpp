@@ -12,7 +12,7 @@ namespace vndk::gs {
 
 namespace {
 
-constexpr uint32_t kOff = 0x20000; // in the status
+constexpr uint32_t kPerspective = 1, kOff = 0x20000; // in the status
 
 /// From the model to the view's plane, its target at the view centre's origin, and from there onto the sheet.
 AcGeMatrix3d toSheet(const AcDbViewport& viewport) {
@@ -49,12 +49,21 @@ std::vector<PaperViewport> viewportsOn(const AcDbBlockTableRecord& record) {
         PaperViewport view;
         view.frozenLayers = data.frozenLayers;
         view.scale = data.height / data.viewHeight;
+        view.eye = data.status & kPerspective ? data.direction.length() : 0;
         if (!std::exchange(isSheet, false) && !(data.status & kOff) && data.viewHeight > 0 && data.width > 0 &&
             data.height > 0 && viewport->getGeomExtents(view.frame) == Acad::eOk &&
             isFinite(view.toSheet = toSheet(*viewport)))
             found.push_back(std::move(view));
     }
     return found;
+}
+
+std::optional<Lens> PaperViewport::lens(const AcGeMatrix3d& sheetToDevice) const {
+    const AcGePoint3d at = sheetToDevice * (frame.minPoint() + (frame.maxPoint() - frame.minPoint()) * 0.5);
+    const double distance = eye * scale * sheetToDevice.scale();
+    if (!(distance > 0) || !std::isfinite(distance))
+        return std::nullopt;
+    return Lens{{at.x, at.y, at.z}, distance};
 }
 
 } // namespace vndk::gs

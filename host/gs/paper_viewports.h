@@ -3,7 +3,9 @@
 
 #include "db/block_table.h"
 #include "ge/extents.h"
+#include "gs/lens.h"
 
+#include <optional>
 #include <vector>
 
 namespace vndk::gs {
@@ -13,6 +15,9 @@ struct PaperViewport {
     AcGeMatrix3d toSheet; // from the model's coordinates
     double scale = 1;     // sheet units of a model unit
     std::vector<AcDbObjectId> frozenLayers;
+    double eye = 0; // model units from the middle of the view to the eye; 0: a parallel view
+
+    std::optional<Lens> lens(const AcGeMatrix3d& sheetToDevice) const;
 };
 
 /// Those that are on and have an area, in order. None for a block that isn't a sheet.

@@ -44,7 +44,18 @@ PictureBox BoxProjector::operator()(const AcDbExtents& box) const {
         return std::fabs(row[0]) * half[0] + std::fabs(row[1]) * half[1] + std::fabs(row[2]) * half[2];
     };
     const double x = place(e[0]), y = place(e[1]), across = reach(e[0]), down = reach(e[1]);
-    return {x - across, y - down, x + across, y + down};
+    const PictureBox seen{x - across, y - down, x + across, y + down};
+    return lens_ ? throughLens(seen, place(e[2]) - reach(e[2]), place(e[2]) + reach(e[2])) : seen;
+}
+
+PictureBox BoxProjector::throughLens(const PictureBox& box, double low, double high) const {
+    constexpr double kEverywhere = 1e100;
+    if (!lens_->sees({0, 0, high}))
+        return {-kEverywhere, -kEverywhere, kEverywhere, kEverywhere};
+    const Spot corners[] = {(*lens_)({box.left, box.top, low}), (*lens_)({box.right, box.bottom, low}),
+                            (*lens_)({box.left, box.top, high}), (*lens_)({box.right, box.bottom, high})};
+    return {std::min(corners[0].x, corners[2].x), std::min(corners[0].y, corners[2].y),
+            std::max(corners[1].x, corners[3].x), std::max(corners[1].y, corners[3].y)};
 }
 
 /// Along a curve that fills space, so that what follows each other there lies side by side.

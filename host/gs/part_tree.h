@@ -3,6 +3,7 @@
 
 #include "ge/extents.h"
 #include "ge/matrix3d.h"
+#include "gs/lens.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,11 +31,15 @@ struct PictureBox {
 /// The box around a box's picture; an empty one meets nothing.
 class BoxProjector {
 public:
-    explicit BoxProjector(const AcGeMatrix3d& toDevice) : m_(toDevice) {}
+    /// With a lens as a perspective shows it; what reaches before the eye is everywhere.
+    explicit BoxProjector(const AcGeMatrix3d& toDevice, const Lens* lens = nullptr) : m_(toDevice), lens_(lens) {}
     PictureBox operator()(const AcDbExtents& box) const;
 
 private:
+    PictureBox throughLens(const PictureBox& box, double low, double high) const;
+
     AcGeMatrix3d m_;
+    const Lens* lens_;
 };
 
 /// Neighbours in space stand together: one box around each few of them, and so on upward. Boxes are kept by who calls.

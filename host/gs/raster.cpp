@@ -182,6 +182,8 @@ void Raster::clear(std::uint32_t color) {
 }
 
 void Raster::dot(const Spot& spot, std::uint32_t color) {
+    if (lens_)
+        return dotThroughLens(spot, color);
     if (!holds(spot)) {
         touchedOutside_ = touchedOutside_ || isNear(spot);
         return;
@@ -207,6 +209,8 @@ void Raster::span(double from, double to, int y, std::uint32_t color) {
 }
 
 void Raster::clipped(const Spot& a, const Spot& b, std::uint32_t color, double behind) {
+    if (lens_)
+        return lineThroughLens(a, b, color, behind);
     if (!isNear(a) || !isNear(b))
         return;
     touchedOutside_ = touchedOutside_ || !holds(a) || !holds(b);
@@ -258,6 +262,8 @@ void Raster::noteBounds(std::span<const Spot> corners) {
 }
 
 void Raster::fill(std::span<const Spot> corners, std::span<const std::size_t> ends, std::uint32_t color) {
+    if (lens_)
+        return fillThroughLens(corners, ends, color, false);
     noteBounds(corners);
     if (depths_ && !setPlane(corners, ends))
         return; // seen from its side: its edge is all that is seen
@@ -285,6 +291,8 @@ void Raster::fill(std::span<const Spot> corners, std::span<const std::size_t> en
 }
 
 void Raster::fillSmooth(std::span<const Spot> corners, std::span<const std::size_t> ends, std::uint32_t color) {
+    if (lens_)
+        return fillThroughLens(corners, ends, color, true);
     constexpr double kLargest = 96; // a side in pixels; edges of larger areas look smooth enough
     if (corners.empty() || !std::all_of(corners.begin(), corners.end(), isNear))
         return;

@@ -28,6 +28,8 @@ struct PixelRect {
 bool clipLine(const Spot& a, const Spot& b, double left, double top, double right, double bottom, double& from,
               double& to);
 
+struct Lens;
+
 class Raster {
 public:
     /// Draws within `clip` alone, which lies inside of the pixels; rows are `stride` pixels apart, those of the depths
@@ -40,6 +42,12 @@ public:
 
     /// The same pixels within a smaller clip.
     Raster within(const PixelRect& clip) const { return {pixels_, stride_, clip, depths_}; }
+    /// What is drawn from here on is seen in perspective; null: as it is given. The lens outlives the drawing.
+    void setLens(const Lens* lens) {
+        lens_ = lens;
+        direct_ = pixels_ && !lens;
+    }
+    const Lens* lens() const { return lens_; }
 
     const PixelRect& clip() const { return clip_; }
     bool hasDepths() const { return depths_ != nullptr; }
@@ -55,7 +63,7 @@ public:
     void dot(const Spot& at, std::uint32_t color);
     /// One pixel wide, both end pixels included.
     void line(const Spot& a, const Spot& b, std::uint32_t color) {
-        if (!pixels_ || !holds(a) || !holds(b))
+        if (!direct_ || !holds(a) || !holds(b))
             return clipped(a, b, color, 0);
         const int x0 = static_cast<int>(a.x), y0 = static_cast<int>(a.y), x1 = static_cast<int>(b.x),
                   y1 = static_cast<int>(b.y);
@@ -66,8 +74,8 @@ public:
     }
     /// The edge of an area, as deep as the area.
     void edge(const Spot& a, const Spot& b, std::uint32_t color) {
-        if (depths_)
-            clipped(a, b, color, kAreaDepth);
+        if (depths_ || lens_)
+            clipped(a, b, color, depths_ ? kAreaDepth : 0);
         else
             line(a, b, color);
     }
@@ -104,8 +112,18 @@ private:
     void deepLine(int x0, int y0, int x1, int y1, double z0, double z1, std::uint32_t color);
     bool setPlane(std::span<const Spot> corners, std::span<const std::size_t> ends);
 
+    template <class Draw>
+    void throughLens(Draw&& draw);
+    void dotThroughLens(const Spot& at, std::uint32_t color);
+    void lineThroughLens(Spot a, Spot b, std::uint32_t color, double behind);
+    void fillThroughLens(std::span<const Spot> corners, std::span<const std::size_t> ends, std::uint32_t color,
+                         bool smooth);
+    void shadeThroughLens(const std::array<Spot, 3>& corners, const std::array<double, 3>& light, std::uint32_t color);
+
     std::uint32_t* pixels_;
     float* depths_;
+    const Lens* lens_ = nullptr;
+    bool direct_ = pixels_ != nullptr; // what lies inside goes straight into the pixels
     int stride_;
     PixelRect clip_;
     double right_, bottom_; // where the clip ends

@@ -98,6 +98,8 @@ void Raster::deepLine(int x0, int y0, int x1, int y1, double z0, double z1, std:
 }
 
 void Raster::shade(const std::array<Spot, 3>& corners, const std::array<double, 3>& light, std::uint32_t color) {
+    if (lens_)
+        return shadeThroughLens(corners, light, color);
     constexpr std::size_t kEnds[] = {3};
     const auto [high, low] =
         std::minmax_element(corners.begin(), corners.end(), [](const Spot& a, const Spot& b) { return a.y < b.y; });

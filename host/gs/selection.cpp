@@ -8,7 +8,7 @@ const std::vector<uint32_t>& Selection::candidates(const PixelRect& place) {
     Raster probe(place);
     const double margin = ListPainter(probe, lists_, styles_, painting_).margin();
     return lists_.partsIn(
-        record_, true, toDevice_,
+        record_, true, BoxProjector(toDevice_, painting_.lens ? &*painting_.lens : nullptr),
         {place.left - margin, place.top - margin, place.right + 1 + margin, place.bottom + 1 + margin});
 }
 

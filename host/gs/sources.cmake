@@ -6,6 +6,7 @@ set(GS_SOURCES
   gs/graphics_device.cpp
   gs/graphics_model.cpp
   gs/graphics_view.cpp
+  gs/lens.cpp
   gs/list_builder.cpp
   gs/list_painter.cpp
   gs/manager.cpp

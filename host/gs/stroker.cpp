@@ -1,5 +1,7 @@
 #include "gs/stroker.h"
 
+#include "gs/lens.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -11,9 +13,6 @@ namespace {
 constexpr double kFinestPeriod = 3; // pixels; a finer pattern looks like an unbroken line
 
 double lengthOf(const Spot& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
-Spot between(const Spot& a, const Spot& b, double share) {
-    return {a.x + (b.x - a.x) * share, a.y + (b.y - a.y) * share, a.z + (b.z - a.z) * share};
-}
 
 } // namespace
 
@@ -85,7 +84,8 @@ void Stroker::drawBroken(std::span<const AcGePoint3d> points) const {
 void Stroker::drawDashes(const Spot& a, const Spot& b, double length, double begin, double total) const {
     const PixelRect& clip = raster_.clip();
     double from = 0, to = 1;
-    if (!clipLine(a, b, clip.left, clip.top, clip.right + 1.0, clip.bottom + 1.0, from, to))
+    // In perspective a piece may be seen wherever it lies.
+    if (!raster_.lens() && !clipLine(a, b, clip.left, clip.top, clip.right + 1.0, clip.bottom + 1.0, from, to))
         return;
     const double first = std::max(style_.pattern->dashes[0] * style_.patternScale, 0.0);
     const double periods = std::floor(total / period_);

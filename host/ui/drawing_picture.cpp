@@ -83,8 +83,8 @@ bool DrawingPicture::refresh() {
     if (stale_) {
         const DrawingViews::View& wanted = document_->views().current();
         // The field's width never counts beside its height.
-        view_->setView(wanted.center + wanted.direction * wanted.height, wanted.center, wanted.up, wanted.height * 1e-9,
-                       wanted.height);
+        view_->setView(eyeOf(wanted), wanted.center, wanted.up, wanted.height * 1e-9, wanted.height,
+                       wanted.eye > 0 ? AcGsView::kPerspective : AcGsView::kParallel);
         view_->invalidate();
     }
     view_->highlight(marks_);
@@ -106,6 +106,17 @@ AcGeMatrix3d DrawingPicture::worldToDevice() const {
     toDevice.entry[0][3] = width() / 2.0;
     toDevice.entry[1][3] = height() / 2.0;
     return toDevice * worldToView(document_->views().current());
+}
+
+AcGePoint3d DrawingPicture::seenAt(const AcGePoint3d& world) const {
+    constexpr double kLargest = 1000; // what lies before the eye isn't seen, but has to be somewhere
+    AcGePoint3d at = worldToDevice() * world;
+    if (const double eye = document_ ? document_->views().current().eye / pixelSize() : 0; eye > 0) {
+        const double scale = eye / std::max(eye - at.z, eye / kLargest);
+        at.x = width() / 2.0 + (at.x - width() / 2.0) * scale;
+        at.y = height() / 2.0 + (at.y - height() / 2.0) * scale;
+    }
+    return at;
 }
 
 DrawingViews::View DrawingPicture::viewOf(const AcDbExtents& box) const {

@@ -51,8 +51,10 @@ public:
     bool mark(std::vector<AcDbObjectId> entities);
     const Outline& outlineOf(AcDbObjectId entity);
 
-    /// By the document's view, whether it has been drawn or not.
+    /// By the document's view, whether it has been drawn or not; in perspective at the depth of the view's centre.
     AcGeMatrix3d worldToDevice() const;
+    /// Where a point is seen, in pixels.
+    AcGePoint3d seenAt(const AcGePoint3d& world) const;
     /// Drawing units.
     double pixelSize() const;
     /// The view that shows the box, world coordinates, in the direction of now.

@@ -103,7 +103,7 @@ std::vector<AcDbObjectId> PointerTool::marked() const {
 // Where the mouse points.
 
 CPoint PointerTool::pixelOf(const AcGePoint3d& world) const {
-    const AcGePoint3d at = picture_.worldToDevice() * world;
+    const AcGePoint3d at = picture_.seenAt(world);
     const auto whole = [](double v) { return static_cast<int>(std::clamp(std::floor(v), -1e6, 1e6)); };
     return {whole(at.x), whole(at.y)};
 }
@@ -121,7 +121,7 @@ AcGePoint3d PointerTool::planePoint(CPoint at) const {
     const AcGePoint3d seen = toWorld * AcGePoint3d(at.x + 0.5, at.y + 0.5, depth);
     const AcGeMatrix3d toUcs = ucsToWorld(database).inverse();
     AcGePoint3d inUcs = toUcs * seen;
-    const AcGeVector3d sight = toUcs * view.direction;
+    const AcGeVector3d sight = toUcs * (view.eye > 0 ? eyeOf(view) - seen : view.direction);
     if (std::fabs(sight.z) > 1e-6)
         inUcs = inUcs + sight * ((database.header().ELEVATION - inUcs.z) / sight.z);
     return ucsToWorld(database) * inUcs;

@@ -14,6 +14,7 @@ struct ActiveView {
     double height = 0;               ///< of the screen, in drawing units, above 0
     AcGeVector3d direction{0, 0, 1}; ///< towards the viewer, length 1
     AcGeVector3d up{0, 1, 0};        ///< on the screen, length 1
+    double eye = 0; ///< perspective: from the centre to the eye, the height being that at the centre; 0: none
     bool operator==(const ActiveView&) const = default;
 };
 

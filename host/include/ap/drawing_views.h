@@ -53,6 +53,8 @@ private:
 dwg::ActiveView fittingView(const dwg::ActiveView& like, AcDbExtents box, double aspect, double margin);
 /// The limits of the current space; empty if they make no area.
 AcDbExtents limitsOf(const AcDbDatabase& database);
+/// Where the view is seen from; for a parallel one somewhere before it.
+AcGePoint3d eyeOf(const dwg::ActiveView& view);
 /// From world coordinates to those of the view: x to the right, y up, z to the viewer, the origin at the centre.
 AcGeMatrix3d worldToView(const dwg::ActiveView& view);
 

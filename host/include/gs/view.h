@@ -41,7 +41,8 @@ public:
 
     /// The field is what is seen around the target: all of it, and more in the direction in which the viewport is
     /// longer. Sizes that aren't positive, an up vector along the line of sight, an eye at the target and numbers that
-    /// are none leave the camera as it is. kPerspective shows the parallel projection.
+    /// are none leave the camera as it is. In perspective the field's size is that at the target; what lies before the
+    /// eye isn't seen.
     virtual void setView(const AcGePoint3d& position, const AcGePoint3d& target, const AcGeVector3d& upVector,
                          double fieldWidth, double fieldHeight, Projection projection = kParallel) = 0;
     virtual AcGePoint3d position() const = 0;
@@ -56,6 +57,7 @@ public:
     /// From world to view coordinates.
     virtual AcGeMatrix3d viewingMatrix() const = 0;
     /// From world to device coordinates; the depth has the scale of the other two and grows towards the viewer.
+    /// In perspective that holds at the depth of the target.
     virtual AcGeMatrix3d worldToDeviceMatrix() const = 0;
 
     /// Moves camera and target by a vector of view coordinates.

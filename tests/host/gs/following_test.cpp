@@ -121,7 +121,7 @@ TEST_F(FollowingTest, AKeptViewIsNoReasonToDrawAllAnew) {
     draw();
     auto& lists = static_cast<vndk::gs::GraphicsModel*>(model)->lists();
     AcGeMatrix3d anywhere;
-    lists.partsIn(database.modelSpaceId(), true, anywhere, {0, 0, 10, 10});
+    lists.partsIn(database.modelSpaceId(), true, vndk::gs::BoxProjector(anywhere), {0, 0, 10, 10});
     ASSERT_TRUE(lists.canFind(database.modelSpaceId(), true));
     ASSERT_TRUE(vndk::dwg::setActiveView(database, true, {{1, 2, 0}, 30}, 1.5));
     EXPECT_TRUE(lists.canFind(database.modelSpaceId(), true));

@@ -162,6 +162,27 @@ TEST_F(PointingTest, choosesOnTheScreenFromWhicheverSide) {
     EXPECT_EQ(entities().size(), 0U);
 }
 
+TEST_F(PointingTest, takesPointsWherePerspectiveShowsThem) {
+    vndk::host::DrawingViews::View view{{}, canvas().Height() / 10.0};
+    view.eye = 20;
+    document().views().show(view);
+    run("ELEVATION 10\n");
+    bool band = false;
+    steps.clickAt(kCanvas, at(-10, 0)).moveTo(kCanvas, at(10, 4)).call([&] {
+        settle();
+        band = colorAt(at(0, 2)) != 0;
+    });
+    steps.clickAt(kCanvas, at(10, 4)).rightClick(kCanvas);
+    run("LINE\n");
+    finish();
+    EXPECT_TRUE(band);
+    ASSERT_EQ(entities().size(), 1U);
+    expectNear(lastLine().first, -5, 0);
+    expectNear(lastLine().second, 5, 2);
+    EXPECT_EQ(lastLine().first.z, 10);
+    EXPECT_GT(litIn(at(-9, 1), at(9, -1)), 90) << "the line is where it was shown";
+}
+
 TEST_F(PointingTest, aTurnedCoordinateSystemTurnsNoWindow) {
     run("UCS Z 45\n");
     user.moveTo(1, screenHeight - 2);
