@@ -94,12 +94,12 @@ ExitStatus makePicture(host::Host& host, const Options& options) {
     return kDrawingFailed;
 }
 
-/// A palette's dialog takes all keys: those that are the main window's come there first.
+/// The main window looks at each message before palettes do.
 class Application : public CWinApp {
 public:
     BOOL PreTranslateMessage(MSG* message) override {
         auto* const frame = dynamic_cast<host::MainFrame*>(m_pMainWnd);
-        return (frame && frame->takesShortcut(*message)) || CWinApp::PreTranslateMessage(message);
+        return (frame && frame->takesFirst(*message)) || CWinApp::PreTranslateMessage(message);
     }
 };
 

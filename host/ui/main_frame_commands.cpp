@@ -182,17 +182,27 @@ void MainFrame::editAttributes(AcDbObjectId entity) {
     host_.wake();
 }
 
-bool MainFrame::takesShortcut(MSG& message) {
+/// The wheel is for what lies under the mouse, whatever has the focus.
+bool MainFrame::takesWheel(const MSG& message) const {
+    if (message.message != WM_MOUSEWHEEL || IsWindowEnabled() == FALSE)
+        return false;
+    const HWND under = ::WindowFromPoint(message.pt);
+    if (!under || under == message.hwnd || placeOf(under) == KeyPlace::Elsewhere)
+        return false;
+    ::SendMessageA(under, WM_MOUSEWHEEL, message.wParam, message.lParam);
+    return true;
+}
+
+bool MainFrame::takesFirst(MSG& message) {
+    if (takesWheel(message))
+        return true;
     return keys_ && (message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) && IsWindowEnabled() != FALSE &&
            placeOf(message.hwnd) == KeyPlace::Bar && ::TranslateAcceleratorA(m_hWnd, keys_, &message) != 0;
 }
 
 BOOL MainFrame::PreTranslateMessage(MSG* message) {
-    // The wheel is for the drawing under the mouse, whatever has the focus.
-    if (message->message == WM_MOUSEWHEEL && ::WindowFromPoint(message->pt) == canvas_->m_hWnd) {
-        canvas_->SendMessage(WM_MOUSEWHEEL, message->wParam, message->lParam);
+    if (takesWheel(*message))
         return TRUE;
-    }
     // Who points into the drawing goes on there by keys, too.
     const bool press = message->message == WM_LBUTTONDOWN || message->message == WM_RBUTTONDOWN;
     if (press && message->hwnd == canvas_->m_hWnd && placeOf(::GetFocus()) == KeyPlace::Bar)

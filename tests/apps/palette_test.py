@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The palette as a user works with it: in the program's window, by mouse and keys, and what is in the saved drawing."""
 
+import shutil
 import time
 import unittest
 
@@ -216,9 +217,21 @@ class PaletteTest(WindowCase):
         self.assertRegex(told, r"T.r 1\.DWG was not found")
 
     def test_bar_docks_floats_and_stays_where_it_was(self):
+        for number in range(9):
+            shutil.copy(self.library / "more" / "Tür 1.DWG", self.library / f"door {number}.dwg")
         self.open()
         self.shows(RED)
+        # The wheel turns the list under the mouse, which has no keyboard, and the drawing under it when the list has.
+        self.press((60, 300), button=5, times=9)
+        self.shows_no(RED)
+        self.press((60, 300), button=4, times=9)
+        self.shows(RED)
+        self.press(self.row(1))
+        empty = self.part(self.window, CANVAS)
+        self.press((700, 300), button=5, times=3)
+        self.assertNotEqual(self.part(self.window, CANVAS), empty)
         small = self.inks(RED)
+        self.assertGreater(small, 100)
         # Wider by the edge, then over to the right.
         self.drag(self.window, (146, 300), (180, 300), (260, 300))
         self.eventually("the thumbnail grows", lambda: self.inks(RED, (9, 112, 252, 680)) > 2 * small)

@@ -64,9 +64,9 @@ public:
     /// A prompt has had its answer. Outside of any command nothing is wanted then.
     void endPrompt();
 
-    /// True when the key is a shortcut of the frame's and comes from a palette, whose dialog would keep it: it has been
-    /// done. Asked before anything else sees the key.
-    bool takesShortcut(MSG& message);
+    /// Asked before anything else sees a message; true: done. A palette's dialog would keep the keys that are the frame's
+    /// shortcuts, and the wheel.
+    bool takesFirst(MSG& message);
     BOOL PreTranslateMessage(MSG* message) override;
     void RecalcLayout(BOOL notify = TRUE) override;
 
@@ -100,6 +100,7 @@ private:
     void showHelp();
     void editAttributes(AcDbObjectId entity);
     KeyPlace placeOf(HWND window) const;
+    bool takesWheel(const MSG& message) const;
     bool giveToLine(MSG& message, KeyPlace place);
     bool erases(const MSG& message, KeyPlace place) const;
 
