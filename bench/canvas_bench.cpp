@@ -98,6 +98,7 @@ void moveWith(benchmark::State& state, const std::string& name, const PromptRequ
     if (client.Width() != kWidth || client.Height() != kHeight)
         return state.SkipWithError("the canvas hasn't got its size");
     place.host.variables().set("OSMODE", snaps);
+    place.host.variables().set("CURSORSIZE", short{100}); // from edge to edge
     const bool asks = request.kind != PromptRequest::Kind::Command;
     if (asks)
         place.frame.canvas().beginPrompt(request);

@@ -147,7 +147,8 @@ void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major,
     // More than a full turn shows nothing new.
     const double once = std::clamp(sweep, -2 * kAcGePi, 2 * kAcGePi);
     add(Item::Kind::Arc, list_.arcs.size());
-    list_.arcs.push_back({center, major, minor, std::remainder(start, 2 * kAcGePi), once});
+    const double begin = std::fabs(start) > 2 * kAcGePi ? std::remainder(start, 2 * kAcGePi) : start;
+    list_.arcs.push_back({center, major, minor, begin, once});
     addArcBox(box(), list_.arcs.back());
 }
 

@@ -26,6 +26,23 @@ int stepsFor(double radius, double sweep) {
     return std::clamp(static_cast<int>(std::min(std::ceil(std::fabs(sweep) / step), 1e6)), 4, kMost);
 }
 
+struct Turn {
+    double cos = 1, sin = 0;
+};
+
+/// One of the steps of a sweep. Those of whole circles are kept: plans are full of small ones.
+Turn stepOf(double sweep, int steps) {
+    constexpr int kFew = 64;
+    static std::array<Turn, kFew + 1> known{}; // by the number of steps, once it was wanted
+    const auto turn = [=] { return Turn{std::cos(sweep / steps), std::sin(sweep / steps)}; };
+    if (sweep != 2 * kAcGePi || steps > kFew || steps <= 1)
+        return turn();
+    Turn& kept = known[static_cast<size_t>(steps)];
+    if (kept.sin == 0)
+        kept = turn();
+    return kept;
+}
+
 /// Which parts are drawn when not all are: the same ones each time, and fewer of them when fewer fit. Of very many,
 /// runs stay together, for what isn't drawn mustn't be fetched from memory either.
 class Thinning {
@@ -186,12 +203,13 @@ void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const
     curve_.clear();
     // Each step turns the last one on, and rounding is kept from adding up.
     constexpr int kFreshly = 64;
-    const double step = arc.sweep / steps, turnCos = std::cos(step), turnSin = std::sin(step);
+    const auto [turnCos, turnSin] = stepOf(arc.sweep, steps);
     double c = 0, s = 0;
     for (int i = 0; i <= steps; ++i) {
         if (i % kFreshly == 0) {
-            c = std::cos(arc.start + step * i);
-            s = std::sin(arc.start + step * i);
+            const double angle = arc.start + arc.sweep / steps * i;
+            c = std::cos(angle);
+            s = std::sin(angle);
         }
         curve_.push_back(arc.center + arc.major * c + arc.minor * s);
         const double next = c * turnCos - s * turnSin;

@@ -59,6 +59,31 @@ TEST_F(ShadingTest, SurfacesHideWhatLiesBehindThemInAnyOrder) {
     }
 }
 
+TEST_F(ShadingTest, LinesHideEachOtherInAnyOrder) {
+    const auto line = [&](const AcGePoint3d& from, const AcGePoint3d& to, short color) {
+        auto made = std::make_unique<AcDbLine>(from, to);
+        made->setColorIndex(color);
+        append(std::move(made));
+    };
+    line({10.5, 50.5, 5}, {90.5, 50.5, 5}, 1);
+    line({10.5, 10.5, 0}, {90.5, 90.5, 0}, 3);
+    line({30.5, 10.5, 2}, {30.5, 90.5, 2}, 5);
+    line({10.5, 70.5, 1}, {90.5, 70.5, 1}, 2);
+    line({20.5, 70.5, 1}, {40.5, 70.5, 1}, 1);  // as deep: the last one is seen
+    line({70.5, 10.5, -9}, {70.5, 90.5, 9}, 5); // rises through the others
+    for (const auto mode : kHiding) {
+        draw(mode);
+        EXPECT_EQ(count(kRed, 10, 50, 90, 50), 81) << mode << ": before all others";
+        EXPECT_EQ(count(kBlue, 30, 30, 30, 30), 1) << mode;
+        EXPECT_EQ(count(kBlue, 30, 70, 30, 70), 1) << mode;
+        EXPECT_EQ(count(kRed, 20, 70, 40, 70), 20) << mode << ": all but where the steep one passes";
+        EXPECT_EQ(count(kYellow, 10, 70, 90, 70), 81 - 21 - 1) << mode;
+        EXPECT_EQ(count(kGreen, 60, 60, 60, 60), 1) << mode;
+        EXPECT_EQ(count(kBlue, 70, 10, 70, 49), 40) << mode;
+        EXPECT_EQ(count(kBlue, 70, 70, 70, 90), 21) << mode;
+    }
+}
+
 TEST_F(ShadingTest, NearerFacesWinWhicheverComesFirst) {
     face(20, 20, 60, 60, 10, 1);
     face(40, 40, 80, 80, 0, 3);
