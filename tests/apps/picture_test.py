@@ -60,7 +60,8 @@ class Pictures(Case):
     def test_sees_from_the_side_and_shades(self):
         self.batch(MAKE_DESK.replace("LINE 0,-3", "-LAYER M RED C 1 RED\n\nLINE 0,-3"))
         pictures = {}
-        for name, options in (("top", ["--view", "top"]), ("front", ["--view", "front"]), ("iso", ["--view=iso", "--shade"])):
+        for name, options in (("top", ["--view", "top"]), ("front", ["--view", "front"]),
+                              ("iso", ["--view=iso", "--shade"])):
             done = self.run_program("--png", name + ".png", *options, "plan.dwg")
             self.assertEqual((done.returncode, done.stderr), (0, ""))
             pictures[name] = read_png(self.folder / (name + ".png"))[2]
