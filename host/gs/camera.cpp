@@ -91,10 +91,11 @@ AcGeMatrix3d Camera::viewToDevice(const AcGsDCRect& viewport) const {
 }
 
 std::optional<Lens> Camera::lens(const AcGsDCRect& viewport) const {
-    if (!perspective_)
-        return std::nullopt;
     const AcGeMatrix3d toDevice = viewToDevice(viewport);
-    return Lens{{toDevice.entry[0][3], toDevice.entry[1][3], 0}, (position_ - target_).length() * toDevice.entry[0][0]};
+    const double eye = (position_ - target_).length() * toDevice.entry[0][0];
+    // From too far away it is no other picture.
+    return perspective_ && isSize(eye) ? std::optional(Lens{{toDevice.entry[0][3], toDevice.entry[1][3], 0}, eye})
+                                       : std::nullopt;
 }
 
 } // namespace vndk::gs

@@ -215,16 +215,22 @@ TEST_F(ExtremesTest, BlocksThatHoldThemselvesEnd) {
 
 TEST_F(ExtremesTest, SenselessDrawingsAreDrawnWithoutHarm) {
     Wild wild;
+    constexpr double kEyes[] = {1, 1e-9, 60, 1e200};
     for (int round = 0; round < 15; ++round) {
+        const AcGePoint3d eye(50, 50, kEyes[round / 2 % std::size(kEyes)]);
+        const auto projection = round % 2 == 0 ? AcGsView::kParallel : AcGsView::kPerspective;
         const AcDbObjectId block = newBlock(("b" + std::to_string(round)).c_str());
         for (int i = 0; i < 20; ++i)
             append(anything(wild, AcDbObjectId()), block);
         for (int i = 0; i < 20; ++i)
             append(anything(wild, block));
         for (const double field : {0.01, 100.0, 1e15}) {
-            view->setView({50, 50, 1}, {50, 50, 0}, AcGeVector3d::kYAxis, field, field);
+            view->setView(eye, {50, 50, 0}, AcGeVector3d::kYAxis, field, field, projection);
             view->orbit(0.3 * round, 0.2 * round);
+            view->setMode(round % 3 == 0 ? AcGsView::kGouraudShaded : AcGsView::k2DOptimized);
             draw();
+            std::vector<AcDbObjectId> found;
+            view->entitiesIn({{20, 20}, {60, 60}}, true, found);
         }
     }
     EXPECT_LT(count(kBlack), kSide * kSide) << "what makes sense among it is seen";
