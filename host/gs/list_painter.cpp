@@ -54,7 +54,8 @@ public:
     size_t run() const { return run_; }
     bool keepsRun(size_t number) const {
         constexpr uint32_t kShuffle = 2654435761;
-        return static_cast<uint32_t>(number) * kShuffle < limit_;
+        const uint32_t place = static_cast<uint32_t>(number) * kShuffle;
+        return place < limit_;
     }
     bool keeps(size_t part) const { return keepsRun(part / run_); }
 
@@ -94,7 +95,7 @@ ListPainter::Level ListPainter::level(const DisplayList& list, const AcGeMatrix3
             style.patternScale = 1 / scale;
         }
         style.thin = style.visible && !style.pattern && style.width <= 1 && !raster_.isProbe();
-        level.styles.push_back(std::move(style));
+        level.styles.push_back(style);
     }
     return level;
 }
