@@ -204,25 +204,28 @@ bool readNeighbours(std::span<const uint8_t> record, const FrameContext& context
     BitReader reader(nullptr, 0, 0);
     if (!readStart(record, context, frame, reader) || !frame.isEntity)
         return false;
+    // Of the common data these alone say where the links stand.
     readBonds(reader, rowOf(frame.version), frame);
+    if (!endsWell(reader, frame))
+        return false;
     if (frame.entity.nolinks) {
         neighbours = {frame.entity.mode, 0, frame.handle - 1, frame.handle + 1};
-        if (!endsWell(reader, frame))
-            return false;
         BitReader references(record.data(), frame.handlesBit, frame.endBit);
         if (frame.entity.mode == EntityMode::OwnerStored)
             neighbours.owner = references.H().absolute(frame.handle);
         return !references.failed();
     }
     CommonHandles handles;
-    if (!parseFrame(record, context, frame) || !readCommonHandles(record, frame, handles))
+    if (!readCommonHandles(record, frame, handles))
         return false;
     neighbours = {frame.entity.mode, handles.owner, handles.previous, handles.next};
     return true;
 }
 
 bool readCommonHandles(std::span<const uint8_t> record, const ObjectFrame& frame, CommonHandles& handles) {
-    handles = {};
+    // One by one, as in readStart; the others are set in any case.
+    handles.owner = handles.previous = handles.next = handles.layer = handles.linetype = handles.plotStyle = 0;
+    handles.linksBit = handles.linksEndBit = 0;
     BitReader reader(record.data(), frame.handlesBit, frame.endBit);
     if (!frame.isEntity || frame.entity.mode == EntityMode::OwnerStored)
         handles.owner = reader.H().absolute(frame.handle);

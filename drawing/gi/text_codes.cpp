@@ -87,7 +87,7 @@ bool takePercentCode(std::string_view& rest, PlainText& plain) {
 
 PlainText withoutCodes(std::string_view text) {
     PlainText plain;
-    if (text.find_first_of("%\\") == std::string_view::npos) {
+    if (std::none_of(text.begin(), text.end(), [](char c) { return c == '%' || c == '\\'; })) {
         plain.text = text; // nearly every text
         return plain;
     }

@@ -50,7 +50,7 @@ void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry
     }
     text.position = entity.isDefaultAlignment() || fitted ? entity.position() : entity.alignmentPoint();
     const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data.normal);
-    const double c = std::cos(angle), s = std::sin(angle);
+    const double c = angle == 0 ? 1 : std::cos(angle), s = angle == 0 ? 0 : std::sin(angle);
     text.direction = toWorld * AcGeVector3d(c, s, 0);
     text.up = toWorld * AcGeVector3d(-s, c, 0);
     geometry.text(text);
