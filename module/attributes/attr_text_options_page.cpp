@@ -35,17 +35,22 @@ constexpr Justification g_justifications[] = {
     {AcDb::kTextRight, AcDb::kTextBottom, nullptr},
 };
 
-/// The row of a text's modes. Aligned, fitted and middle texts have theirs whatever the vertical mode; -1 for modes
-/// that no row has.
+/// The row of a text's modes. Aligned, fitted and middle texts have theirs whatever the vertical mode; so have others
+/// whose vertical mode is none of the list. -1 for a horizontal mode that no row has.
 int JustificationRow(AcDb::TextHorzMode horizontal, AcDb::TextVertMode vertical) {
     const bool bVertical =
         horizontal == AcDb::kTextLeft || horizontal == AcDb::kTextCenter || horizontal == AcDb::kTextRight;
+    int nBase = -1;
     for (int nRow = 0; nRow < static_cast<int>(std::size(g_justifications)); ++nRow) {
         const Justification& row = g_justifications[nRow];
-        if (row.horizontal == horizontal && (!bVertical || row.vertical == vertical))
+        if (row.horizontal != horizontal)
+            continue;
+        if (row.vertical == AcDb::kTextBase)
+            nBase = nRow;
+        if (bVertical && row.vertical == vertical)
             return nRow;
     }
-    return -1;
+    return nBase;
 }
 
 } // namespace

@@ -254,6 +254,14 @@ TEST_P(AttributePages, StrangeModesShowTheRowOfTheHorizontalOne) {
         text->setVerticalMode(AcDb::kTextTop);
     }
     on(kTextOptions, [&](UserScript& user) { user.expect("fitted", [] { return item(kJustify) == "Fit"; }); });
+    {
+        const AcDbObjectPointer<AcDbText> text(attributeOf(reference, 0), AcDb::kForWrite);
+        AcDbText::Data data = text->data();
+        data.horizontal = AcDb::kTextRight;
+        data.vertical = 9; // from a damaged file
+        text->AcDbText::setFileData(data);
+    }
+    on(kTextOptions, [&](UserScript& user) { user.expect("right", [] { return item(kJustify) == "Right"; }); });
 }
 
 TEST_P(AttributePages, TextStylesAreListedInOrderAndWritten) {
