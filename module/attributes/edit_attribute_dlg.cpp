@@ -6,25 +6,18 @@
 #include "objects/attribute.h"
 #include "resources/resource.h"
 
-namespace {
-
-constexpr UINT kHostIcon = 1;
-
-} // namespace
-
-BEGIN_MESSAGE_MAP(CEditAttributeDlg, CDialog)
+BEGIN_MESSAGE_MAP(CEditAttributeDlg, CAttributeDlg)
 ON_BN_CLICKED(IDC_EDIT_OK, &CEditAttributeDlg::OnOK)
 ON_NOTIFY(NM_CLICK, IDC_ATTRIBUTE_LIST, &CEditAttributeDlg::OnListNotify)
 ON_NOTIFY(NM_RETURN, IDC_ATTRIBUTE_LIST, &CEditAttributeDlg::OnListNotify)
-ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-CEditAttributeDlg::CEditAttributeDlg(CWnd* pParent) : CDialog(IDD_EDIT_ATTRIBUTE, pParent) {}
+CEditAttributeDlg::CEditAttributeDlg(CWnd* pParent) : CAttributeDlg(IDD_EDIT_ATTRIBUTE, pParent) {}
 
 CEditAttributeDlg::~CEditAttributeDlg() = default;
 
 void CEditAttributeDlg::DoDataExchange(CDataExchange* pDX) {
-    CDialog::DoDataExchange(pDX);
+    CAttributeDlg::DoDataExchange(pDX);
     DDX_Control(pDX, IDC_ATTRIBUTE_LIST, m_list);
     DDX_Text(pDX, IDC_BLOCK_LABEL, m_blockLabel);
 }
@@ -33,38 +26,15 @@ void CEditAttributeDlg::DoDataExchange(CDataExchange* pDX) {
 
 bool CEditAttributeDlg::SelectBlock(VNDKBlockReference* pRef) {
     if (pRef) {
-        m_pIntelligentRef = pRef;
+        TakeReference(pRef);
         acdbGetAdsName(m_entName, pRef->objectId());
     } else if (!PickReference()) {
         return false;
     }
-    const bool bRead = ReadReference();
-    CloseReference();
-    return bRead && m_prompts.GetSize() > 0;
+    return ReadRows();
 }
 
-bool CEditAttributeDlg::PickReference() {
-    AcDbBlockReference* const pReference = PickBlockReference(m_entName);
-    m_pIntelligentRef = VNDKBlockReference::cast(pReference);
-    if (!m_pIntelligentRef)
-        m_pBlockRef = pReference;
-    return pReference != nullptr;
-}
-
-void CEditAttributeDlg::CloseReference() {
-    if (m_pIntelligentRef)
-        m_pIntelligentRef->close();
-    else if (m_pBlockRef)
-        m_pBlockRef->close();
-    m_pIntelligentRef = nullptr;
-    m_pBlockRef = nullptr;
-}
-
-bool CEditAttributeDlg::ReadReference() {
-    const AcDbBlockReference* pReference = m_pIntelligentRef ? m_pIntelligentRef : m_pBlockRef;
-    auto* pBlock = OpenChecked<AcDbBlockTableRecord>(pReference->blockTableRecord(), AcDb::kForRead);
-    if (!pBlock)
-        return false;
+void CEditAttributeDlg::ReadReference(AcDbBlockTableRecord* pBlock) {
     m_blockLabel = LoadResString(IDS_BLOCK_NAME);
     if (m_pIntelligentRef) {
         m_blockLabel += m_pIntelligentRef->originalBlockName();
@@ -72,12 +42,10 @@ bool CEditAttributeDlg::ReadReference() {
         m_blockLabel += TakeText(pszName);
     }
     ReadDefinitions(pBlock);
-    pBlock->close();
     if (m_pIntelligentRef)
         ReadIntelligentValues();
     else
         ReadPlainValues();
-    return true;
 }
 
 void CEditAttributeDlg::ReadDefinitions(AcDbBlockTableRecord* pBlock) {
@@ -116,11 +84,7 @@ void CEditAttributeDlg::ReadPlainValues() {
 // The dialog.
 
 BOOL CEditAttributeDlg::OnInitDialog() {
-    CDialog::OnInitDialog();
-    m_hIcon = static_cast<HICON>(
-        ::LoadImageA(::GetModuleHandleA("Acad.exe"), MAKEINTRESOURCE(kHostIcon), IMAGE_ICON, 0, 0, 0));
-    SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_hIcon));
-
+    CAttributeDlg::OnInitDialog();
     m_list.InsertCellColumns(LoadResString(IDS_COLUMN_DESCRIPTION), LoadResString(IDS_COLUMN_DATA));
     for (int nRow = 0; nRow < m_prompts.GetSize(); ++nRow) {
         m_list.InsertItem(nRow, m_prompts[nRow]);
@@ -135,13 +99,7 @@ void CEditAttributeDlg::OnListNotify(NMHDR* /*pNMHDR*/, LRESULT* pResult) { *pRe
 
 void CEditAttributeDlg::OnOK() {
     CommitAttributes();
-    CDialog::OnOK();
-}
-
-void CEditAttributeDlg::OnDestroy() {
-    CWnd::OnDestroy();
-    ::DestroyIcon(m_hIcon);
-    m_hIcon = nullptr;
+    CAttributeDlg::OnOK();
 }
 
 // The values, into the drawing.
@@ -150,19 +108,14 @@ bool CEditAttributeDlg::CommitAttributes() {
     const CDocumentLock lock;
     if (!lock.IsLocked() || !WriteReference())
         return false;
-    acDocManagerPtr()->curDocument()->transactionManager()->flushGraphics();
+    FlushGraphics();
     return true;
 }
 
 bool CEditAttributeDlg::WriteReference() {
-    AcDbObjectId id;
-    acdbGetObjectId(id, m_entName);
-    auto* pReference = OpenChecked<AcDbBlockReference>(id, AcDb::kForWrite);
+    AcDbBlockReference* const pReference = OpenReference();
     if (!pReference)
         return false;
-    m_pIntelligentRef = VNDKBlockReference::cast(pReference);
-    if (!m_pIntelligentRef)
-        m_pBlockRef = pReference;
     bool bWritten = true;
     if (m_pIntelligentRef)
         bWritten = WriteIntelligentValues();

@@ -4,17 +4,13 @@
 //     if (dlg.SelectBlock(nullptr))
 //         dlg.DoModal();
 //
-// It works on references whose class is exactly AcDbBlockReference or VNDKBlockReference. Row r pairs the r-th
-// definition of the block that isn't constant with the r-th attribute of the reference that isn't constant. No object
-// stays open while the dialog is on the screen.
+// Its references and rows are those of CAttributeDlg.
 #pragma once
 
+#include "attributes/attribute_dlg.h"
 #include "attributes/edit_list_ctrl.h"
-#include "db/block_reference.h"
-#include "db/block_table.h"
-#include "objects/block_reference.h"
 
-class CEditAttributeDlg : public CDialog {
+class CEditAttributeDlg : public CAttributeDlg {
 public:
     explicit CEditAttributeDlg(CWnd* pParent);
     ~CEditAttributeDlg() override;
@@ -28,20 +24,16 @@ public:
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
     void OnOK() override;
-    void OnDestroy();
     void OnListNotify(NMHDR* pNMHDR, LRESULT* pResult);
 
     DECLARE_MESSAGE_MAP()
 
 private:
-    /// Asks until a block reference is picked, which is then open for read. False: nothing is open.
-    bool PickReference();
-    bool ReadReference();
+    void ReadReference(AcDbBlockTableRecord* pBlock) override;
     void ReadDefinitions(AcDbBlockTableRecord* pBlock);
     void ReadIntelligentValues();
     void ReadPlainValues();
     void SetValue(int nRow, char* pszValue);
-    void CloseReference();
 
     /// Writes the list's values. False when the reference, or an attribute of an Intelligent Block, doesn't open.
     bool CommitAttributes();
@@ -52,13 +44,6 @@ private:
 
     CEditListCtrl m_list;
     CString m_blockLabel;
-    AcDbBlockReference* m_pBlockRef = nullptr;       ///< a plain reference, while it is open
-    VNDKBlockReference* m_pIntelligentRef = nullptr; ///< an Intelligent Block's, while it is open
-    HICON m_hIcon = nullptr;
-    CStringArray m_prompts;
-    CStringArray m_values;
-    CArray<int> m_fieldLengths;
-    ads_name m_entName{};
 };
 
 /// The commands "DDATTE" and "DDATTE2": the dialog on a reference that the user picks.

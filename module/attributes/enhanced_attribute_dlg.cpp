@@ -8,29 +8,25 @@
 
 namespace {
 
-constexpr UINT kHostIcon = 1;
 constexpr int kFaceMargin = 6; // pixels between the tab control's edge and a face
 constexpr int kAnotherBlock = -1;
 
 enum Face { kAttributes, kTextOptions, kProperties };
 
-void FlushGraphics() { acDocManagerPtr()->curDocument()->transactionManager()->flushGraphics(); }
-
 } // namespace
 
-BEGIN_MESSAGE_MAP(CEnhancedAttributeDlg, CDialog)
+BEGIN_MESSAGE_MAP(CEnhancedAttributeDlg, CAttributeDlg)
 ON_NOTIFY(TCN_SELCHANGE, IDC_TABS, &CEnhancedAttributeDlg::OnTabChange)
 ON_BN_CLICKED(IDC_APPLY, &CEnhancedAttributeDlg::OnApply)
 ON_BN_CLICKED(IDC_SELECT_BLOCK, &CEnhancedAttributeDlg::OnSelectBlock)
-ON_WM_DESTROY()
 END_MESSAGE_MAP()
 
-CEnhancedAttributeDlg::CEnhancedAttributeDlg(CWnd* pParent) : CDialog(IDD_ENHANCED_ATTRIBUTES, pParent) {}
+CEnhancedAttributeDlg::CEnhancedAttributeDlg(CWnd* pParent) : CAttributeDlg(IDD_ENHANCED_ATTRIBUTES, pParent) {}
 
 CEnhancedAttributeDlg::~CEnhancedAttributeDlg() = default;
 
 void CEnhancedAttributeDlg::DoDataExchange(CDataExchange* pDX) {
-    CDialog::DoDataExchange(pDX);
+    CAttributeDlg::DoDataExchange(pDX);
     DDX_Control(pDX, IDC_APPLY, m_btnApply);
     DDX_Control(pDX, IDC_ATTRIBUTES, m_list);
     DDX_Control(pDX, IDC_SELECT_BLOCK, m_btnSelectBlock);
@@ -41,32 +37,9 @@ void CEnhancedAttributeDlg::DoDataExchange(CDataExchange* pDX) {
 
 // The rows, from the drawing.
 
-bool CEnhancedAttributeDlg::SelectBlock() {
-    AcDbBlockReference* const pReference = PickBlockReference(m_entName);
-    if (!pReference)
-        return false;
-    m_pIntelligentRef = VNDKBlockReference::cast(pReference);
-    if (!m_pIntelligentRef)
-        m_pBlockRef = pReference;
-    const bool bRead = ReadReference();
-    CloseReference();
-    return bRead && m_prompts.GetSize() > 0;
-}
+bool CEnhancedAttributeDlg::SelectBlock() { return PickReference() && ReadRows(); }
 
-void CEnhancedAttributeDlg::CloseReference() {
-    if (m_pIntelligentRef)
-        m_pIntelligentRef->close();
-    else if (m_pBlockRef)
-        m_pBlockRef->close();
-    m_pIntelligentRef = nullptr;
-    m_pBlockRef = nullptr;
-}
-
-bool CEnhancedAttributeDlg::ReadReference() {
-    const AcDbBlockReference* pReference = m_pIntelligentRef ? m_pIntelligentRef : m_pBlockRef;
-    auto* pBlock = OpenChecked<AcDbBlockTableRecord>(pReference->blockTableRecord(), AcDb::kForRead);
-    if (!pBlock)
-        return false;
+void CEnhancedAttributeDlg::ReadReference(AcDbBlockTableRecord* pBlock) {
     if (m_pIntelligentRef)
         ReadIntelligentAttributes();
     else
@@ -74,8 +47,6 @@ bool CEnhancedAttributeDlg::ReadReference() {
     if (char* pszName = nullptr; pBlock->getName(pszName) == Acad::eOk)
         m_blockName = TakeText(pszName);
     ReadDefinitions(pBlock);
-    pBlock->close();
-    return true;
 }
 
 void CEnhancedAttributeDlg::ReadIntelligentAttributes() {
@@ -111,11 +82,7 @@ void CEnhancedAttributeDlg::ReadDefinitions(AcDbBlockTableRecord* pBlock) {
 // The dialog.
 
 BOOL CEnhancedAttributeDlg::OnInitDialog() {
-    CDialog::OnInitDialog();
-    m_hIcon = static_cast<HICON>(
-        ::LoadImageA(::GetModuleHandleA("Acad.exe"), MAKEINTRESOURCE(kHostIcon), IMAGE_ICON, 0, 0, 0));
-    SendMessage(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(m_hIcon));
-
+    CAttributeDlg::OnInitDialog();
     m_tabCtrl.InsertItem(kAttributes, LoadResString(IDS_TAB_ATTRIBUTES));
     m_tabCtrl.InsertItem(kTextOptions, LoadResString(IDS_TAB_TEXT_OPTIONS));
     m_tabCtrl.InsertItem(kProperties, LoadResString(IDS_TAB_PROPERTIES));
@@ -200,7 +167,7 @@ void CEnhancedAttributeDlg::OnTabChange(NMHDR* /*pNMHDR*/, LRESULT* pResult) {
 
 void CEnhancedAttributeDlg::OnOK() {
     CommitAttributes();
-    CDialog::OnOK();
+    CAttributeDlg::OnOK();
 }
 
 void CEnhancedAttributeDlg::OnApply() {
@@ -211,12 +178,6 @@ void CEnhancedAttributeDlg::OnApply() {
 void CEnhancedAttributeDlg::OnSelectBlock() {
     m_anotherBlock = true;
     EndDialog(kAnotherBlock);
-}
-
-void CEnhancedAttributeDlg::OnDestroy() {
-    CWnd::OnDestroy();
-    ::DestroyIcon(m_hIcon);
-    m_hIcon = nullptr;
 }
 
 // The values, into the drawing.
@@ -233,16 +194,14 @@ bool CEnhancedAttributeDlg::CommitAttributes() {
 }
 
 bool CEnhancedAttributeDlg::WriteReference() {
-    AcDbObjectId id;
-    acdbGetObjectId(id, m_entName);
-    auto* pReference = OpenChecked<AcDbBlockReference>(id, AcDb::kForWrite);
+    AcDbBlockReference* const pReference = OpenReference();
     if (!pReference)
         return false;
     for (int nRow = 0; nRow < m_list.GetItemCount(); ++nRow)
         if (HasAttribute(nRow))
             WriteValue(nRow);
     pReference->recordGraphicsModified(true);
-    pReference->close();
+    CloseReference();
     return true;
 }
 
@@ -259,11 +218,9 @@ void CEnhancedAttributeDlg::WriteValue(int nRow) {
 
 /// Undo recording stays as the user has set it: switched on for this, a half step would be left in it.
 void CEnhancedAttributeDlg::UpdateBlockGraphics(bool bEnableApply) {
-    AcDbObjectId id;
-    acdbGetObjectId(id, m_entName);
-    if (auto* pReference = OpenChecked<AcDbBlockReference>(id, AcDb::kForWrite)) {
+    if (AcDbBlockReference* const pReference = OpenReference()) {
         pReference->recordGraphicsModified(true);
-        pReference->close();
+        CloseReference();
     }
     FlushGraphics();
     acedUpdateDisplay();

@@ -4,21 +4,18 @@
 //     if (dlg.SelectBlock())
 //         dlg.DoModal();
 //
-// It works on references whose class is exactly AcDbBlockReference or VNDKBlockReference. Row r pairs the r-th
-// definition of the block that isn't constant with the r-th attribute of the reference that isn't constant. Values
-// typed in the list are written by Apply and OK, changes on the two pages at once. No object stays open while the
-// dialog is on the screen.
+// Its references and rows are those of CAttributeDlg. Values typed in the list are written by Apply and OK, changes on
+// the two pages at once.
 #pragma once
 
 #include "attributes/attr_properties_page.h"
 #include "attributes/attr_text_options_page.h"
+#include "attributes/attribute_dlg.h"
 #include "attributes/attribute_list_owner.h"
 #include "attributes/edit_list_ctrl.h"
 #include "controls/flat_icon_button.h"
-#include "db/block_table.h"
-#include "objects/block_reference.h"
 
-class CEnhancedAttributeDlg : public CDialog, public CAttributeListOwner {
+class CEnhancedAttributeDlg : public CAttributeDlg, public CAttributeListOwner {
 public:
     explicit CEnhancedAttributeDlg(CWnd* pParent);
     ~CEnhancedAttributeDlg() override;
@@ -42,16 +39,14 @@ protected:
     void OnTabChange(NMHDR* pNMHDR, LRESULT* pResult);
     void OnApply();
     void OnSelectBlock();
-    void OnDestroy();
 
     DECLARE_MESSAGE_MAP()
 
 private:
-    bool ReadReference();
+    void ReadReference(AcDbBlockTableRecord* pBlock) override;
     void ReadDefinitions(AcDbBlockTableRecord* pBlock);
     void ReadIntelligentAttributes();
     void ReadPlainAttributes();
-    void CloseReference();
 
     void InitList();
     void PlacePages();
@@ -70,15 +65,8 @@ private:
     CString m_tagName;
     CAttrPropertiesPage m_pageProperties;
     CAttrTextOptionsPage m_pageTextOptions;
-    HICON m_hIcon = nullptr;
-    CStringArray m_prompts;
     CStringArray m_tags;
-    CStringArray m_values; ///< as read; like the next two it is shorter than the prompts where attributes are missing
-    CArray<int> m_fieldLengths;
-    CArray<AcDbObjectId> m_attributeIds;
-    ads_name m_entName{};
-    AcDbBlockReference* m_pBlockRef = nullptr;       ///< a plain reference, while it is open
-    VNDKBlockReference* m_pIntelligentRef = nullptr; ///< an Intelligent Block's, while it is open
+    CArray<AcDbObjectId> m_attributeIds; ///< with m_values shorter than the prompts where attributes are missing
     bool m_anotherBlock = false;
 };
 
