@@ -51,6 +51,30 @@ class AttributeEditor(Case):
                 other = next(k for k in PICK if k != kind)
                 self.assertEqual(self.reference(edited, other), self.reference("both.dwg", other))
 
+    def test_fifteen_justifications_are_in_the_file(self):
+        # Group codes 72 and 74 of each row of the list, in its order.
+        codes = [(0, 0), (3, 0), (5, 0), (1, 0), (4, 0), (2, 0)] + [(h, v) for v in (3, 2, 1) for h in (0, 1, 2)]
+        names = ["Left", "Align", "Fit", "Center", "Middle", "Right"] + [
+            f"{v} {h}" for v in ("Top", "Middle", "Bottom") for h in ("Left", "Center", "Right")]
+        self.batch(MAKE_DESK)
+        for kind, x in (("VNDKBlockReference", 20), ("AcDbBlockReference", 120)):
+            insert = '(c:_bInsert "DESK" (list {x} {y} 0))\n' if x == 20 else "-INSERT DESK\n{x},{y} 1 1 0\n"
+            edit = 'EATTEDIT {px},{py}\nITEM 253 1 2\nITEM 200 2\nITEM 255 "{name}"\nCLICK "OK"\n'
+            script = '(setvar "ATTREQ" 0)\n'
+            for row, name in enumerate(names):
+                y = 40 + 30 * row
+                script += insert.format(x=x, y=y) + edit.format(px=x + 5, py=y - 3, name=name)
+            self.batch(script + f"SAVEAS 2000 {kind}.dwg\n", "plan.dwg")
+            references = {r["position"][1]: r for r in self.facts(kind + ".dwg")["references"] if r["class"] == kind}
+            told = self.batch("(setq e (entnext))\n(while e (print (entget e)) (setq e (entnext e)))\n",
+                              kind + ".dwg").stdout.splitlines()
+            for row, (horizontal, vertical) in enumerate(codes):
+                handle = references[40 + 30 * row]["attributes"][0]["handle"]
+                properties = next(line for line in told if f'(5 . "{handle}")' in line)
+                with self.subTest(kind=kind, name=names[row]):
+                    self.assertIn(f"(72 . {horizontal})", properties)
+                    self.assertRegex(properties, rf"\(7[34] \. {vertical}\)")
+
     def test_one_undo_takes_all_back(self):
         self.batch(MAKE_DESK + PLAIN + "SAVEAS 2000 both.dwg\n")
         for kind, place in PICK.items():
