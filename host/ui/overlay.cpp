@@ -102,7 +102,7 @@ void Overlay::paint(CDC& dc) const {
             pen.DeleteObject();
             color = each.color;
             look = each.look;
-            pen.CreatePen(look == Look::Dashed ? PS_DASH : PS_SOLID, 1, color);
+            pen.CreatePen(static_cast<int>(look == Look::Dashed ? PS_DASH : PS_SOLID), 1, color);
             former = dc.SelectObject(&pen);
         }
         dc.MoveTo(each.a);

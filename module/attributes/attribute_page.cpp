@@ -14,7 +14,7 @@ void CAttributePage::OnCancel() {}
 BOOL CAttributePage::PreTranslateMessage(MSG* pMsg) {
     // The editor moves the focus, or Tab would never leave the page.
     if (pMsg->message == WM_KEYDOWN && pMsg->wParam == VK_TAB)
-        return CWnd::PreTranslateMessage(pMsg);
+        return CWnd::PreTranslateMessage(pMsg); // NOLINT(bugprone-parent-virtual-call)
     return CDialog::PreTranslateMessage(pMsg);
 }
 

@@ -193,7 +193,7 @@ void CPreviewDlg::OnOpen() {
     ShowWindow(SW_HIDE);
     if (const CString strPath = ctrl.DrawingPath(); !strPath.IsEmpty()) {
         EndDialog(IDOK);
-        COleDispatchDriver(OpenDrawing(strPath), TRUE);
+        COleDispatchDriver(OpenDrawing(strPath), TRUE).ReleaseDispatch();
         return;
     }
     InsertBlock(ctrl);

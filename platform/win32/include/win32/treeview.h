@@ -318,8 +318,9 @@ inline BOOL TreeView_Expand(HWND tree, HTREEITEM item, UINT code) {
     return static_cast<BOOL>(SendMessageA(tree, TVM_EXPAND, code, reinterpret_cast<LPARAM>(item)));
 }
 inline BOOL TreeView_GetItemRect(HWND tree, HTREEITEM item, RECT* rect, BOOL textOnly) {
+    const auto asked = reinterpret_cast<LPARAM>(item); // stands where the answer will
     if (rect != nullptr)
-        std::memcpy(static_cast<void*>(rect), &item, sizeof item);
+        std::memcpy(static_cast<void*>(rect), &asked, sizeof asked);
     return static_cast<BOOL>(
         SendMessageA(tree, TVM_GETITEMRECT, static_cast<WPARAM>(textOnly), reinterpret_cast<LPARAM>(rect)));
 }
