@@ -328,9 +328,22 @@ bool showsWindows() {
     return driver != nullptr && (std::strcmp(driver, "x11") == 0 || std::strcmp(driver, "wayland") == 0);
 }
 
+/// Xlib ends the program at any request that the server refuses, such as one for a window that has gone meanwhile.
+/// None of them is worth a drawing that isn't saved. SDL puts the handler back that it finds at its start.
+void passOverRefusedRequests() {
+    using Handler = int (*)(void* display, void* error);
+    void* const xlib = SDL_LoadObject("libX11.so.6"); // stays loaded; nothing to do where it isn't there
+    if (xlib == nullptr)
+        return;
+    const auto setHandler = reinterpret_cast<Handler (*)(Handler)>(SDL_LoadFunction(xlib, "XSetErrorHandler"));
+    if (setHandler != nullptr)
+        setHandler([](void*, void*) { return 0; });
+}
+
 } // namespace
 
 std::unique_ptr<Screen> openWindow(const WindowOptions& options, std::string& error) {
+    passOverRefusedRequests();
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
