@@ -6,10 +6,20 @@ import struct
 import subprocess
 import time
 import unittest
+from pathlib import Path
 
 from support import Case, PROGRAM, TIME_LIMIT
 
 TOOLS = ("Xvfb", "xdotool")
+
+
+def activity(process):
+    """The state of a process ("R" runs or would like to, "S" waits, "Z" has ended) and the time that it has worked."""
+    try:
+        fields = Path("/proc", str(process.pid), "stat").read_text().rpartition(")")[2].split()
+    except FileNotFoundError:
+        return "Z", []
+    return fields[0], fields[11:13]
 
 
 @unittest.skipUnless(all(shutil.which(tool) for tool in TOOLS), "needs " + " and ".join(TOOLS))
@@ -21,7 +31,8 @@ class WindowCase(Case):
         # The display server chooses a free number and tells it.
         reading, writing = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", "1300x850x24", "-nolisten", "tcp",
+            # It would start anew, and turn programs away meanwhile, whenever the last one leaves.
+            ["Xvfb", "-displayfd", str(writing), "-noreset", "-screen", "0", "1300x850x24", "-nolisten", "tcp",
              "-fbdir", str(self.folder)],
             pass_fds=(writing,), stderr=subprocess.DEVNULL)
         os.close(writing)
@@ -44,8 +55,10 @@ class WindowCase(Case):
         self.addCleanup(program.stdout.close)
         self.addCleanup(self.stop, program)
         window = self.eventually("the window opens", lambda: self.find_window(program))
+        self.busy = (self.server, program)
         # There is no window manager that would give it the keyboard.
         self.xdo("windowfocus", window)
+        self.settle()
         return program
 
     def xdo(self, *arguments):
@@ -66,6 +79,19 @@ class WindowCase(Case):
                 return answer
             time.sleep(0.1)
         self.fail("never happened: " + what)
+
+    def settle(self):
+        """Waits until the display server and the program wait: what was done to them has had its effect."""
+        former, quiet = None, 0
+
+        def rests():
+            nonlocal former, quiet
+            now = [activity(process) for process in self.busy]
+            quiet = quiet + 1 if now == former and all(state != "R" for state, _ in now) else 0
+            former = now
+            return quiet == 2
+
+        self.eventually("nothing is left to do", rests)
 
     def screen(self):
         """The rows of the display's picture, each pixel four bytes."""
@@ -88,6 +114,7 @@ class WindowCase(Case):
     def click(self, window, place, button=1, times=1):
         self.move(window, place)
         self.xdo("click", "--repeat", str(times), "--delay", "60", str(button))
+        self.settle()
 
     def drag(self, window, begin, *places, button=1):
         """Holds the button from the first place by way of the others to the last."""
@@ -98,22 +125,26 @@ class WindowCase(Case):
             self.move(window, place)
         time.sleep(0.1)
         self.xdo("mouseup", str(button))
+        self.settle()
 
     def settings(self):
         return self.profile.read_text() if self.profile.exists() else ""
 
+    def keys(self, *names):
+        self.xdo("key", *names)
+        self.settle()
+
     def enter(self, line):
         self.xdo("type", "--delay", "20", "--", line)
-        self.xdo("key", "Return")
+        self.keys("Return")
 
     def quit(self, program):
         self.enter("QUIT")
         # A key that is lost while a window comes up is no fault of ours: the line is typed again.
         def ended():
             if program.poll() is None:
-                self.xdo("key", "Escape")
+                self.keys("Escape")
                 self.enter("QUIT")
-                time.sleep(1)
             return program.poll() is not None
         self.eventually("QUIT ends the program", ended)
         self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))

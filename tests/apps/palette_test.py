@@ -2,7 +2,6 @@
 """The palette as a user works with it: in the program's window, by mouse and keys, and what is in the saved drawing."""
 
 import shutil
-import time
 import unittest
 
 from display import WindowCase
@@ -59,7 +58,6 @@ class PaletteTest(WindowCase):
         tab = (15, 60, 95, 76)
         def comes():
             self.enter("BLOCKS")
-            time.sleep(1)
             return count(self.part(self.window, tab), FACE) > 100
         self.eventually("the palette comes up", comes)
 
@@ -74,7 +72,6 @@ class PaletteTest(WindowCase):
 
     def press(self, place, button=1, times=1):
         self.click(self.window, place, button, times)
-        time.sleep(0.5)
 
     def row(self, number):
         """Middle of a thin row's text."""
@@ -85,11 +82,9 @@ class PaletteTest(WindowCase):
         if place:
             self.press(place, button=3)
         else:
-            self.xdo("key", "shift+F10")
-            time.sleep(0.5)
-        self.xdo("key", *["Down"] * entry)
-        self.xdo("key", "Return")
-        time.sleep(0.5)
+            self.keys("shift+F10")
+        self.keys(*["Down"] * entry)
+        self.keys("Return")
 
     def setting(self, key):
         text = self.profile.read_bytes().decode("cp1252")
@@ -99,8 +94,7 @@ class PaletteTest(WindowCase):
     def saved(self, references):
         """The references of the drawing once that many are in its file."""
         def written():
-            self.xdo("key", "ctrl+s")
-            time.sleep(0.5)
+            self.keys("ctrl+s")
             found = self.facts(self.room)["references"]
             return found if len(found) == references else None
         return self.eventually(f"{references} references are saved", written)
@@ -109,7 +103,7 @@ class PaletteTest(WindowCase):
         """Saves and quits; a change of the docked palette's tab brings the keyboard back to the command line."""
         self.press(DWGS)
         self.press(BLOCKS)
-        self.xdo("key", "ctrl+s")
+        self.keys("ctrl+s")
         self.quit(self.program)
 
     def test_drawing_and_block_are_inserted_by_double_click(self):
@@ -119,10 +113,9 @@ class PaletteTest(WindowCase):
         chair = (60, FIRST_ROW + ROW + 40)
         # Escape at the prompt: nothing comes of it.
         self.press(chair, times=2)
-        self.xdo("key", "Escape")
+        self.keys("Escape")
         self.press(chair, times=2)
         self.press((500, 400))
-        time.sleep(0.5)
         self.enter("Aero 7")
         self.shows(RED, CANVAS)
         first = self.saved(1)[0]
@@ -163,15 +156,15 @@ class PaletteTest(WindowCase):
         self.press((73, 132))
         self.eventually("the home folder is on show", lambda: self.setting("Directory") == "C:\\")
         self.press(FOLDERS)
-        self.xdo("key", "Escape")
+        self.keys("Escape")
         self.assertEqual(self.setting("Directory"), "C:\\")
         self.press(FOLDERS)
         self.press((73, 164))
         self.eventually("the library is on show", lambda: self.setting("Directory") == "L:\\")
         self.shows(RED)
         # The box has the keyboard now. Enter closes nothing.
-        self.xdo("key", "Return")
-        self.xdo("key", "Up")
+        self.keys("Return")
+        self.keys("Up")
         self.eventually("the drive before is on show", lambda: self.setting("Directory") == "C:\\")
         self.leave()
 
@@ -191,7 +184,6 @@ class PaletteTest(WindowCase):
         self.press(chair)
         self.pick(3)
         self.press((500, 400))
-        time.sleep(0.5)
         self.enter("")
         self.assertEqual([a["text"] for a in self.saved(1)[0]["attributes"]], ["swivel"])
         # Insert as Xref, from the folder below.
@@ -261,7 +253,7 @@ class PaletteTest(WindowCase):
         self.shows(RED)
         self.enter(f"OPEN {other}")
         self.shows_no(RED)
-        self.xdo("key", "ctrl+Tab")
+        self.keys("ctrl+Tab")
         self.shows(RED)
         self.enter("PURGE B * N")
         self.shows_no(RED)

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """The preview window as a user works with it: opened from the palette, by mouse and keys, and what came of it."""
 
-import time
 import unittest
 from collections import Counter
 
@@ -119,7 +118,6 @@ class PreviewTest(WindowCase):
     def choose(self, what):
         if what == "block":
             self.click(self.window, TAB_BLOCKS)
-        time.sleep(0.5)
         self.click(self.window, DRAWING if what == "drawing" else BLOCK)
         self.behind = self.without_preview()
 
@@ -189,7 +187,6 @@ class PreviewTest(WindowCase):
         self.goes()
         # By the context menu. The mode is that of the last time; the picture begins anew.
         self.click(self.window, DRAWING, button=3)
-        time.sleep(0.5)
         self.click(self.window, (DRAWING[0] + 60, DRAWING[1] + 11))
         self.comes()
         self.assertTrue(self.has_gadget())
@@ -213,16 +210,16 @@ class PreviewTest(WindowCase):
         # Escape at the prompt brings the preview back, and nothing else.
         self.push("open")
         self.goes()
-        self.xdo("key", "Escape")
+        self.keys("Escape")
         self.comes()
         # The second one, typed.
         self.push("open")
         self.goes()
         self.enter("10,20")
         self.comes()
-        self.xdo("key", "Escape")
+        self.keys("Escape")
         self.goes()
-        self.xdo("key", "ctrl+s")
+        self.keys("ctrl+s")
         self.eventually("two are saved", lambda: len(self.facts(self.room)["references"]) == 2)
         first, second = [reference["position"] for reference in self.facts(self.room)["references"]]
         self.assertTrue(60 < first[0] < 110 and 0 < first[1] < 40, first)
@@ -237,24 +234,22 @@ class PreviewTest(WindowCase):
             if tab:
                 self.click(self.window, tab)
             self.click(self.window, PREVIEW)
-            time.sleep(1)
             self.assertEqual(self.without_preview(), self.behind)
         # The next click, with something chosen, opens it.
         self.choose("block")
         self.preview()
-        self.xdo("key", "Escape")
+        self.keys("Escape")
         self.goes()
         # A right click chooses a folder's row. It can't be loaded, and the preview comes up empty.
         self.click(self.window, TAB_DWGS)
         self.click(self.window, FOLDER, button=3)
-        time.sleep(0.5)
         middle = (560, 360, 720, 450)  # where the two messages stand
         bare = self.part(self.window, middle)
         self.click(self.window, (FOLDER[0] + 60, FOLDER[1] + 11))
         first = self.eventually("it is told", lambda: self.changed(self.window, middle, bare))
-        self.xdo("key", "Return")
+        self.keys("Return")
         self.eventually("and which one", lambda: self.changed(self.window, middle, first))
-        self.xdo("key", "Return")
+        self.keys("Return")
         self.comes()
         self.assertEqual(set(self.colours(self.picture())), {(0, 0, 0)})
         self.push("close")

@@ -3,7 +3,6 @@
 
 import struct
 import subprocess
-import time
 import unittest
 
 from display import WindowCase
@@ -17,12 +16,11 @@ class WindowTest(WindowCase):
         def ticked():
             # From OK over the text to the box; the keys wait until the dialog is there.
             if "DoNotShow=1" not in self.settings():
-                self.xdo("key", "Tab", "Tab", "space", "Tab")
-                time.sleep(0.5)
+                self.keys("Tab", "Tab", "space", "Tab")
             return "DoNotShow=1" in self.settings()
 
         self.eventually("ticking the box is kept", ticked)
-        self.xdo("key", "Return")
+        self.keys("Return")
         self.quit(program)
         self.assertIn("DoNotShow=1", self.settings())
         # The second start goes straight to the command line.
@@ -34,10 +32,8 @@ class WindowTest(WindowCase):
         self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
         drawing = self.folder / "made.dwg"
         program = self.start()
-        time.sleep(2)  # until the module has loaded; typing earlier is kept, but may be cut
         self.enter("CIRCLE 5,5 2")
-        self.xdo("key", "ctrl+s")  # it has no name yet: the dialog asks for one
-        time.sleep(1)
+        self.keys("ctrl+s")  # it has no name yet: the dialog asks for one
         self.enter(str(drawing))
         self.eventually("the drawing is saved", drawing.exists)
         self.quit(program)
@@ -58,16 +54,13 @@ class WindowTest(WindowCase):
         def edited():
             # From the first value by Enter to the second, and from there by Enter to OK. Keys that came too early for
             # the dialog have been taken for a command, which Escape leaves.
-            self.xdo("key", "Escape")
+            self.keys("Escape")
             self.enter("DDATTE")
             self.enter("25,7")
-            time.sleep(1)
             self.click(window, (left + width // 2, top + 75))
             self.enter("A 42")
             self.enter("Lab")
-            time.sleep(1)
             self.enter("QSAVE")
-            time.sleep(1)
             return values() == ["A 42", "Lab"]
 
         self.eventually("the values are in the drawing", edited)
@@ -85,20 +78,19 @@ class WindowTest(WindowCase):
         around = (middle[0] - 20, middle[1] - 120, middle[0] + 120, middle[1] + 20)
         # Away from it, so that the cross-hair isn't in the picture.
         self.move(window, (100, 200))
-        time.sleep(2)
+        self.settle()
         empty = self.part(window, around)
         self.enter("-INSERT")
         self.enter("CHAIR")
         self.click(window, middle)
-        time.sleep(1)
-        self.xdo("key", "Return", "Return", "Return")
+        self.keys("Return", "Return", "Return")
         self.move(window, (100, 200))
         inserted = self.eventually("the block is seen", lambda: self.changed(window, around, empty))
-        self.xdo("key", "ctrl+z")
+        self.keys("ctrl+z")
         self.eventually("it is taken back", lambda: self.part(window, around) == empty)
-        self.xdo("key", "ctrl+y")
+        self.keys("ctrl+y")
         self.eventually("it is there again", lambda: self.part(window, around) == inserted)
-        self.xdo("key", "ctrl+s")
+        self.keys("ctrl+s")
         self.eventually("it is saved", lambda: len(self.facts(room)["references"]) == 1)
         place = self.facts(room)["references"][0]["position"]
         self.assertTrue(20 < place[0] < 100 and 10 < place[1] < 50, place)
