@@ -11,6 +11,7 @@ CommandResult circleCommand(CommandContext& ctx);
 CommandResult dimAlignedCommand(CommandContext& ctx);
 CommandResult dimLinearCommand(CommandContext& ctx);
 CommandResult lineCommand(CommandContext& ctx);
+CommandResult planCommand(CommandContext& ctx);
 CommandResult plineCommand(CommandContext& ctx);
 CommandResult textCommand(CommandContext& ctx);
 
@@ -34,6 +35,7 @@ CommandResult redrawCommand(CommandContext& ctx);
 CommandResult regenCommand(CommandContext& ctx);
 CommandResult setvarCommand(CommandContext& ctx);
 CommandResult ucsCommand(CommandContext& ctx);
+CommandResult vpointCommand(CommandContext& ctx);
 CommandResult zoomCommand(CommandContext& ctx);
 
 // Changing what is there.

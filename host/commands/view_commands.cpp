@@ -1,5 +1,5 @@
-// ZOOM, PAN, REDRAW, REGEN: how the drawing is looked at. Without a window they set the view that the drawing is saved
-// with.
+// ZOOM, PAN, PLAN, VPOINT, REDRAW, REGEN: how the drawing is looked at. Without a window they set the view that the
+// drawing is saved with.
 #include "ads/ads.h"
 #include "ap/drawing_views.h"
 #include "commands/command_tools.h"
@@ -167,7 +167,60 @@ CommandResult zoomByKeyword(CommandContext& ctx, const std::string& keyword) {
     return keyword == "Scale" ? zoomAskedScale(ctx) : zoomAskedWindow(ctx);
 }
 
+/// All from another side, world coordinates; of those sides of the screen that go with it, the one whose top is `up`
+/// or comes closest to it.
+CommandResult lookFrom(const CommandContext& ctx, const AcGeVector3d& towardsViewer, const AcGeVector3d& up) {
+    View view = ctx.document().views().current();
+    view.direction = towardsViewer.normal();
+    view.up = (up - view.direction * up.dotProduct(view.direction)).normal();
+    view.eye = 0;
+    AcDbExtents box;
+    const bool found = visibleBox(ctx, box);
+    return show(ctx, fittingView(view, found ? box : limitsOf(ctx.database()), aspectOf(ctx), kMargin));
+}
+
+/// Sheets are always looked at from above.
+bool inModelSpace(const CommandContext& ctx) {
+    if (!ctx.database().tilemode())
+        ctx.print("\n** Command only valid in Model space **");
+    return ctx.database().tilemode();
+}
+
 } // namespace
+
+CommandResult planCommand(CommandContext& ctx) {
+    if (!inModelSpace(ctx))
+        return CommandResult::Done;
+    ctx.prompts().initGet(0, "Current World");
+    const PromptStatus status = ctx.prompts().getKeyword("\nEnter an option [Current ucs/World] <Current>: ");
+    if (status != PromptStatus::Normal && status != PromptStatus::None)
+        return ctx.stopped();
+    const bool world = status == PromptStatus::Normal && ctx.prompts().keyword() == "World";
+    const AcGeMatrix3d plane = world ? AcGeMatrix3d() : ctx.prompts().ucsToWorld();
+    return lookFrom(ctx, plane.zAxis(), plane.yAxis());
+}
+
+CommandResult vpointCommand(CommandContext& ctx) {
+    if (!inModelSpace(ctx))
+        return CommandResult::Done;
+    // View points are the world's, whatever the coordinate system (WORLDVIEW 1).
+    if (!ctx.prompts().ucsToWorld().isEqualTo(AcGeMatrix3d()))
+        ctx.print("\n*** Switching to the WCS ***");
+    const AcGeVector3d now = ctx.document().views().current().direction;
+    ctx.print("\nCurrent view direction:  VIEWDIR=" + shownLength(ctx, now.x) + ',' + shownLength(ctx, now.y) + ',' +
+              shownLength(ctx, now.z));
+    AcGePoint3d from;
+    const PromptStatus status = ctx.prompts().getPoint("\nSpecify a view point: ", from);
+    if (status == PromptStatus::None)
+        return CommandResult::Done;
+    if (status != PromptStatus::Normal)
+        return ctx.stopped();
+    const AcGeVector3d towardsViewer = from.asVector();
+    if (towardsViewer.isZeroLength())
+        return ctx.fail("The view point is the direction to look from: give one beside the origin.");
+    const bool steep = towardsViewer.crossProduct(AcGeVector3d::kZAxis).length() < 1e-9 * towardsViewer.length();
+    return lookFrom(ctx, towardsViewer, steep ? AcGeVector3d::kYAxis : AcGeVector3d::kZAxis);
+}
 
 CommandResult zoomCommand(CommandContext& ctx) {
     constexpr const char* kKeywords = "All Center Extents Previous Scale Window";

@@ -29,6 +29,9 @@ MAKE_BLOCK = (
     + f"LINE {FAR},{FAR} {FAR + 30},{FAR}\n\n"
     + f"-BLOCK DESK {FAR},{FAR}\nW {FAR - 50},{FAR - 50} {FAR + 500},{FAR + 500}\n\n")
 
+# The window around the new block is a rectangle of the screen.
+FROM_ABOVE = '(if (= (getvar "TILEMODE") 1) (command "PLAN" "World"))\n'
+
 INSERT = ('(c:_bInsert "DESK" (list 1.5 2.25 -3.0))\n'
           '(setvar "TILEMODE" 0)\n(c:_bInsert "desk" (list 100.0 200.0 0.0))\n(setvar "TILEMODE" 1)\n'
           'UCS X 90\nUCS Origin 7,8,9\n(c:_bInsert "DESK" (list 4.0 5.0 6.0))\nUCS World\n'
@@ -132,7 +135,7 @@ class Insertion(Case):
             with self.subTest(drawing.name):
                 before = self.facts(drawing)
                 saved = self.folder / drawing.name
-                self.batch('(setvar "CLAYER" "0")\n' + MAKE_BLOCK + INSERT + f"SAVEAS 2000 {saved}\n", drawing)
+                self.batch('(setvar "CLAYER" "0")\n' + FROM_ABOVE + MAKE_BLOCK + INSERT + f"SAVEAS 2000 {saved}\n", drawing)
                 after = self.facts(saved)
                 self.check_references(after, "0")
                 self.check_definitions(after)

@@ -64,8 +64,8 @@ public:
     /// A prompt has had its answer. Outside of any command nothing is wanted then.
     void endPrompt();
 
-    /// Asked before anything else sees a message; true: done. A palette's dialog would keep the keys that are the frame's
-    /// shortcuts, and the wheel.
+    /// Asked before anything else sees a message; true: done. A palette's dialog would keep the keys that are the
+    /// frame's shortcuts, and the wheel.
     bool takesFirst(MSG& message);
     BOOL PreTranslateMessage(MSG* message) override;
     void RecalcLayout(BOOL notify = TRUE) override;

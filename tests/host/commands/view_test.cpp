@@ -111,6 +111,39 @@ TEST_F(ViewTest, zoomsByEachOption) {
     EXPECT_TRUE(printed("Requires")) << output;
 }
 
+TEST_F(ViewTest, looksFromEachSide) {
+    run("LINE 10,10,0 50,10,30\n\n");
+    const double third = std::sqrt(1.0 / 3);
+    const struct {
+        const char* script;
+        AcGeVector3d direction, up;
+    } cases[] = {
+        {"VPOINT 0,-2,0\n", {0, -1, 0}, {0, 0, 1}},
+        {"VPOINT 5,0,0\n", {1, 0, 0}, {0, 0, 1}},
+        {"VPOINT 0,0,-1\n", {0, 0, -1}, {0, 1, 0}},
+        {"VPOINT -1,-1,1\n", {-third, -third, third}, AcGeVector3d(1, 1, 2).normal()},
+        {"VPOINT -1,-1,1\nVPOINT\n\n", {-third, -third, third}, AcGeVector3d(1, 1, 2).normal()},
+        {"UCS X 90\nPLAN\n\n", {0, -1, 0}, {0, 0, 1}},
+        {"UCS X 90\nPLAN World\n", {0, 0, 1}, {0, 1, 0}},
+        {"UCS X 90\nVPOINT 0,1,0\n", {0, 1, 0}, {0, 0, 1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.script);
+        run("UCS World\nPLAN World\n");
+        run(c.script);
+        EXPECT_TRUE(view().direction.isEqualTo(c.direction)) << output;
+        EXPECT_TRUE(view().up.isEqualTo(c.up)) << view().up.x << ' ' << view().up.y << ' ' << view().up.z;
+        // The line is seen whole, in the middle.
+        const AcGeMatrix3d toView = vndk::host::worldToView(view());
+        EXPECT_TRUE((toView * AcGePoint3d(30, 10, 15)).asVector().crossProduct(AcGeVector3d::kZAxis).isZeroLength());
+    }
+    run("ZOOM P\nVPOINT 0,0,0\n");
+    EXPECT_TRUE(printed("give one beside the origin")) << output;
+    EXPECT_TRUE(view().direction.isEqualTo({0, 0, 1})) << "of before the last VPOINT";
+    run("(setvar \"TILEMODE\" 0)\nPLAN\n");
+    EXPECT_TRUE(printed("** Command only valid in Model space **")) << output;
+}
+
 TEST_F(ViewTest, savesTheViewAndLeavesAnUntouchedOneAlone) {
     run("LINE 0,0 40,30\n\nSAVEAS\n\nT:a\n");
     run("UCS Z 30\nZOOM C 7,8 25\n");
