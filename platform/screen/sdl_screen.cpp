@@ -65,6 +65,9 @@ public:
 
     ~SdlScreen() override {
         SDL_FreeCursor(cursor_);
+        // Waiting for events wakes itself through a second connection: what is under way there must still find the
+        // window, which hiding, as it waits for the server, makes sure of.
+        SDL_HideWindow(window_);
         SDL_DestroyWindow(window_);
         SDL_Quit();
     }
