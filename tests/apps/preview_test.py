@@ -68,7 +68,8 @@ class PreviewTest(WindowCase):
     def inside(self, x, y):
         """A place of the preview's inside, from its right edge for a negative x, from its bottom for a negative y."""
         left, top, width, height = self.place
-        return (left + (FRAME + x if x >= 0 else width - FRAME + x), top + (CAPTION + y if y >= 0 else height - FRAME + y))
+        return (left + (FRAME + x if x >= 0 else width - FRAME + x),
+                top + (CAPTION + y if y >= 0 else height - FRAME + y))
 
     def picture(self):
         """The box of the picture, without its edge and the rectangle that marks the focus."""
