@@ -15,10 +15,10 @@ constexpr double kSteepest = 32;
 constexpr double kEqual = 0.01;
 
 std::uint32_t lighted(std::uint32_t color, double light) {
-    const double share = std::clamp(light, 0.0, 1.0);
+    const auto share = static_cast<std::uint32_t>(std::lround(std::clamp(light, 0.0, 1.0) * 65536));
     std::uint32_t result = color & 0xFF000000;
     for (const int shift : {0, 8, 16})
-        result |= static_cast<std::uint32_t>((color >> shift & 0xFF) * share + 0.5) << shift;
+        result |= ((color >> shift & 0xFF) * share + 32768) >> 16 << shift;
     return result;
 }
 

@@ -63,7 +63,7 @@ int CommandWindow::OnCreate(LPCREATESTRUCT create) {
         child->SetFont(&font_);
     historyEdit_.LimitText(0);
     line_.LimitText(0);
-    line_.onPaste = [this](std::string text) { paste(std::move(text)); };
+    line_.onPaste = [this](const std::string& text) { paste(text); };
     return 0;
 }
 
@@ -179,7 +179,7 @@ void CommandWindow::enterLine() {
 }
 
 /// All lines but the last are entered; the last one waits for its end.
-void CommandWindow::paste(std::string text) {
+void CommandWindow::paste(const std::string& text) {
     const std::size_t end = text.rfind('\n');
     if (end == std::string::npos) {
         line_.ReplaceSel(text.c_str(), TRUE);

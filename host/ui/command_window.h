@@ -61,7 +61,7 @@ private:
     bool handleKey(WPARAM key);
     bool blankEnds() const;
     void enterLine();
-    void paste(std::string text);
+    void paste(const std::string& text);
     void recall(int step);
     void complete();
     void setLine(const CString& text);

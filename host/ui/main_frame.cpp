@@ -97,7 +97,7 @@ void MainFrame::connect() {
     });
     host_.commandLine().setSource(prompts_.get());
 
-    commandWindow_->onEnter = [this](std::string lines) {
+    commandWindow_->onEnter = [this](const std::string& lines) {
         host_.commandLine().input().feed(lines);
         runInput();
     };

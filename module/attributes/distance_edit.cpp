@@ -35,7 +35,7 @@ void CDistanceEdit::SetUp(const CString& strValidChars, const CString& strToolTi
 }
 
 CString CDistanceEdit::CharsOfUnits() {
-    const CString strNumber = "0123456789.+-";
+    CString strNumber = "0123456789.+-";
     resbuf units{};
     if (acedGetVar("LUNITS", &units) != RTNORM)
         return strNumber;

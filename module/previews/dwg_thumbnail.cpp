@@ -2,6 +2,7 @@
 
 #include "previews/preview_picture.h"
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -73,7 +74,8 @@ bool CDwgThumbnail::ReadPreview(CFile& file) {
     file.Seek(NumberAt(place), CFile::begin);
     if (!ReadAll(file, head, sizeof head))
         return false;
-    const int count = static_cast<signed char>(head[kCountAt]);
+    // A signed byte: what looks like more than 127 is none.
+    const int count = head[kCountAt] <= SCHAR_MAX ? head[kCountAt] : 0;
     for (int i = 0; i < count; ++i) {
         BYTE record[kRecordSize];
         if (!ReadAll(file, record, sizeof record))
