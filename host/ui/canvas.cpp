@@ -202,10 +202,15 @@ void Canvas::paintPicture(CDC& dc, const CRect& part) const {
 
 /// The axes of the UCS in the lower left corner, as long as they are seen.
 void Canvas::drawAxes(Overlay& overlay) const {
-    constexpr double kLength = 36;
+    constexpr double kLength = 36, kWithName = kLength + 14;
     const AcGeMatrix3d toView =
         worldToView(picture_->document()->views().current()) * ucsToWorld(*picture_->document()->database());
-    const CPoint origin(20, picture_->height() - 20);
+    // Axes that run to the left or down take their room too.
+    const auto least = [&](double AcGeVector3d::*way) {
+        return std::lround(kWithName * std::min({0.0, toView.xAxis().*way, toView.yAxis().*way}));
+    };
+    const CPoint origin(20 - static_cast<int>(least(&AcGeVector3d::x)),
+                        picture_->height() - 20 + static_cast<int>(least(&AcGeVector3d::y)));
     const COLORREF ink = picture_->background() == RGB(0, 0, 0) ? RGB(192, 192, 192) : RGB(64, 64, 64);
     const auto axis = [&](const AcGeVector3d& way, const char* name) {
         const CPoint end(origin.x + static_cast<int>(std::lround(way.x * kLength)),

@@ -116,6 +116,17 @@ TEST_F(CanvasTest, leavesNothingOfTheTabsFrameAboveIt) {
         }
 }
 
+TEST_F(CanvasTest, keepsTheAxesInTheCornerWhole) {
+    for (const char* const from : {"0,0,1", "0,0,-1", "-1,-1,1", "1,1,1", "1,-1,-1"}) {
+        SCOPED_TRACE(from);
+        run(std::string("VPOINT ") + from + "\n");
+        const LONG bottom = canvas().Height() - 1;
+        EXPECT_GT(litIn({0, bottom}, {110, bottom - 110}), 70);
+        EXPECT_EQ(litIn({0, bottom}, {0, bottom - 110}), 0) << "cut at the left";
+        EXPECT_EQ(litIn({0, bottom}, {110, bottom}), 0) << "cut at the bottom";
+    }
+}
+
 TEST_F(CanvasTest, movesTheCrossHairWithoutATrace) {
     // Nothing that looks the same upside down.
     run("LINE -20,5 20,9\n\nLINE -15,-12 -15,3\n\n");
