@@ -6,7 +6,7 @@
 
 AcDbSubentities::State& AcDbSubentities::state() {
     if (!state_)
-        state_.reset(new State);
+        state_.reset(new State); // NOLINT(modernize-make-unique): it takes no assignment
     return *state_;
 }
 

@@ -133,10 +133,10 @@ std::optional<std::string> stringOfBlock(std::span<const std::uint8_t> block, un
         const std::uint16_t skipped = cursor.word();
         if (cursor.failed())
             return std::nullopt;
-        cursor = Cursor(block, cursor.at() + 2u * skipped);
+        cursor = Cursor(block, cursor.at() + std::size_t{2} * skipped);
     }
     std::uint16_t length = cursor.word();
-    if (cursor.failed() || block.size() - cursor.at() < 2u * length)
+    if (cursor.failed() || block.size() - cursor.at() < std::size_t{2} * length)
         return std::nullopt;
     std::string text;
     text.reserve(length);
