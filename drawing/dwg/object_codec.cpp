@@ -246,7 +246,7 @@ AcDbObject* ObjectCodec::toStandInClass(AcDbObject* ordinary) {
     std::erase_if(object->packedXDataForWrite()->groups,
                   [&](const AcDbXDataGroup& group) { return group.application == application; });
     delete ordinary;
-    made.release();
+    static_cast<void>(made.release()); // it is `object`
     return object;
 }
 
