@@ -215,13 +215,12 @@ void MainFrame::beginPrompt(const PromptRequest& request) {
 
 void MainFrame::endPrompt() {
     canvas_->endPrompt();
-    if (GetSafeHwnd() && !isBusy()) {
-        host_.freshLine();
+    if (GetSafeHwnd() && !isBusy())
         showIdle();
-    }
 }
 
 void MainFrame::showIdle() {
+    host_.freshLine(); // only whole lines are in sight
     commandWindow_->showPrompt(CommandWindow::kIdlePrompt);
     statusLine_->showHint(hintFor({.text = {}, .kind = PromptRequest::Kind::Command}));
     refresh();

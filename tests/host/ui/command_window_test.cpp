@@ -34,6 +34,16 @@ TEST_F(CommandWindowTest, BlanksAndLinesEndAnswers) {
     EXPECT_EQ(promptText(), "Command:");
 }
 
+TEST_F(CommandWindowTest, WhatWasSaidLastIsInSightWhenACommandIsWaitedFor) {
+    host_.print("\nType HELP.");
+    user().call([this] {
+        char shown[1000];
+        GetDlgItemTextA(frame_.commandWindow().m_hWnd, 1001, shown, sizeof shown);
+        EXPECT_TRUE(std::string_view(shown).ends_with("Type HELP.")) << shown;
+    });
+    play();
+}
+
 TEST_F(CommandWindowTest, ABlankRepeatsTheLastCommand) {
     user().type("CIRCLE 5,5 2  9,9 1\n");
     play();
