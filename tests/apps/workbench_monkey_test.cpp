@@ -33,14 +33,15 @@ int numberFromEnvironment(const char* name, int standard) {
 }
 
 // Words that lead somewhere. No slashes: what the monkey writes stays in its own folder.
-constexpr std::array kWords = {
-    "LINE",   "CIRCLE",   "ARC",    "PLINE", "TEXT",    "INSERT",   "-INSERT", "BLOCK",   "COPY",      "MOVE",
-    "ROTATE", "SCALE",    "MIRROR", "ERASE", "EXPLODE", "U",        "REDO",    "UNDO",    "NEW",       "OPEN",
-    "QSAVE",  "SAVEAS",   "CLOSE",  "LAYER", "PURGE",   "WBLOCK",   "ZOOM",    "PAN",     "REGEN",     "BLOCKS",
-    "DDATTE", "EATTEDIT", "CHPROP", "LIST",  "UCS",     "SETVAR",   "ALL",     "L",       "DESK",      "CHAIR",
-    "0,0",    "5,5",      "@3,4",   "@5<30", "2",       "1.5",      "Y",       "N",       "E",         "W",
-    "?",      "*",        ".",      "plan",  "other",   "TILEMODE", "ATTDIA",  "FILEDIA", "(+ 1 2)",   "(car",
-    "'ZOOM",  "!x",       "\"",     "",      "QUIT",    "ATTDEF",   "MINSERT", "end",     "CURSORSIZE"};
+constexpr std::array kWords = {"LINE",   "CIRCLE",  "ARC",     "PLINE",  "TEXT",       "INSERT", "-INSERT", "BLOCK",
+                               "COPY",   "MOVE",    "ROTATE",  "SCALE",  "MIRROR",     "ERASE",  "EXPLODE", "U",
+                               "REDO",   "UNDO",    "NEW",     "OPEN",   "QSAVE",      "SAVEAS", "CLOSE",   "LAYER",
+                               "PURGE",  "WBLOCK",  "ZOOM",    "PAN",    "REGEN",      "BLOCKS", "DDATTE",  "EATTEDIT",
+                               "CHPROP", "LIST",    "UCS",     "SETVAR", "ALL",        "L",      "DESK",    "CHAIR",
+                               "0,0",    "5,5",     "@3,4",    "@5<30",  "2",          "1.5",    "Y",       "N",
+                               "E",      "W",       "?",       "*",      ".",          "plan",   "other",   "TILEMODE",
+                               "ATTDIA", "FILEDIA", "(+ 1 2)", "(car",   "'ZOOM",      "!x",     "\"",      "",
+                               "QUIT",   "ATTDEF",  "MINSERT", "end",    "CURSORSIZE", "VPOINT", "PLAN",    "-1,-1,1"};
 
 constexpr std::array kKeys = {VK_RETURN, VK_RETURN, VK_RETURN, VK_ESCAPE, VK_ESCAPE, VK_SPACE,  VK_TAB,  VK_UP,
                               VK_DOWN,   VK_LEFT,   VK_RIGHT,  VK_HOME,   VK_END,    VK_PRIOR,  VK_NEXT, VK_DELETE,
