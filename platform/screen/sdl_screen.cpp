@@ -255,6 +255,9 @@ void SdlScreen::translate(const SDL_Event& sdl) {
     case SDL_WINDOWEVENT:
         translateWindow(sdl.window);
         break;
+    case SDL_QUIT: // what SDL makes of SIGINT and SIGTERM
+        add(Event::Kind::closeAsked);
+        break;
     default:
         break;
     }
@@ -350,6 +353,7 @@ std::unique_ptr<Screen> openWindow(const WindowOptions& options, std::string& er
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
+    SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0"); // it has asked then
     if (!namesDisplay() || SDL_Init(SDL_INIT_VIDEO) != 0 || !showsWindows()) {
         error = "There is no display to open a window on. Start from a graphical session, or set DISPLAY.";
         SDL_Quit();

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The program in a real window: keys that a user presses, through the display server."""
 
+import signal
 import struct
 import subprocess
 import unittest
@@ -37,6 +38,22 @@ class WindowTest(WindowCase):
         self.enter(str(drawing))
         self.eventually("the drawing is saved", drawing.exists)
         self.quit(program)
+
+    def test_signals_ask_it_to_close(self):
+        self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
+        for ending in (signal.SIGINT, signal.SIGTERM):
+            program = self.start()
+            program.send_signal(ending)
+            self.eventually("it ends", lambda: program.poll() is not None)
+            self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))
+        program = self.start()
+        self.enter("CIRCLE 5,5 2")
+        program.send_signal(signal.SIGTERM)
+        self.settle()
+        self.assertIsNone(program.poll(), "there is a circle to save")
+        self.keys("n")
+        self.eventually("it ends", lambda: program.poll() is not None)
+        self.assertEqual(program.returncode, 0, program.stdout.read().decode(errors="replace"))
 
     def test_attributes_are_edited_by_mouse_and_keys(self):
         self.profile.write_text("[Vondrake]\nDoNotShow=1\n")
