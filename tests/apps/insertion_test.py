@@ -1,5 +1,6 @@
 """Intelligent Blocks go into a real drawing by a script, and are looked at by another process."""
 
+import shutil
 import unittest
 
 from support import Case, needs_drawings, objects_of, real_drawings
@@ -135,7 +136,10 @@ class Insertion(Case):
             with self.subTest(drawing.name):
                 before = self.facts(drawing)
                 saved = self.folder / drawing.name
-                self.batch('(setvar "CLAYER" "0")\n' + FROM_ABOVE + MAKE_BLOCK + INSERT + f"SAVEAS 2000 {saved}\n", drawing)
+                # A copy: other tests, at the same time, can't read what is open for writing.
+                given = shutil.copy(drawing, self.folder / "given.dwg")
+                self.batch('(setvar "CLAYER" "0")\n' + FROM_ABOVE + MAKE_BLOCK + INSERT + f"SAVEAS 2000 {saved}\n",
+                           given)
                 after = self.facts(saved)
                 self.check_references(after, "0")
                 self.check_definitions(after)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -29,6 +31,33 @@ inline std::vector<std::string> realDrawings(const std::string& subfolder) {
 inline std::string besideDrawing(const std::string& path, const std::string& ending) {
     return std::filesystem::path(path).replace_extension().string() + ending;
 }
+
+/// A folder for copies that goes with it. Tests that open drawings for writing take copies: others that run at the same
+/// time are refused the drawing meanwhile.
+class DrawingCopies {
+public:
+    DrawingCopies()
+        : folder_(std::filesystem::temp_directory_path() / ("vondrake-copies-" + std::to_string(getpid()))) {
+        std::filesystem::create_directories(folder_);
+    }
+    ~DrawingCopies() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    DrawingCopies(const DrawingCopies&) = delete;
+    DrawingCopies& operator=(const DrawingCopies&) = delete;
+
+    std::string folder() const { return folder_.string(); }
+    /// The copy's path; it has the name of the original.
+    std::string copy(const std::filesystem::path& drawing) const {
+        const std::filesystem::path made = folder_ / drawing.filename();
+        std::filesystem::copy_file(drawing, made, std::filesystem::copy_options::overwrite_existing);
+        return made.string();
+    }
+
+private:
+    std::filesystem::path folder_;
+};
 
 #define SKIP_WITHOUT_DRAWINGS()                                                                                        \
     if (!std::getenv("VONDRAKE_DRAWINGS"))                                                                             \

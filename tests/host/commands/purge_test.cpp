@@ -236,11 +236,12 @@ TEST_F(PurgeTest, realDrawingsStayWhole) {
     SKIP_WITHOUT_DRAWINGS();
     std::vector<std::string> paths = vndk::test::realDrawings("r2000");
     ASSERT_FALSE(paths.empty());
-    EXPECT_TRUE(vndk::win32::DriveMap::current().map('P', std::filesystem::path(paths[0]).parent_path().string()).ok());
+    const vndk::test::DrawingCopies copies;
+    EXPECT_TRUE(vndk::win32::DriveMap::current().map('P', copies.folder()).ok());
     size_t purged = 0;
     for (const std::string& path : paths) {
         SCOPED_TRACE(path);
-        run("CLOSE Y\nOPEN P:" + std::filesystem::path(path).filename().string() + "\n");
+        run("CLOSE Y\nOPEN P:" + std::filesystem::path(copies.copy(path)).filename().string() + "\n");
         lastOfNewDrawing = 0;
         // Tables and spaces of these drawings own extension dictionaries, which they don't list.
         const std::string before = named();

@@ -5,6 +5,7 @@
 #include "db/curves.h"
 #include "db/symbol_table.h"
 #include "host/host_fixture.h"
+#include "support/drawings.h"
 
 #include <cstdlib>
 
@@ -92,16 +93,15 @@ TEST_F(PickTest, theBoxGrowsWithPickboxAndWithTheView) {
 }
 
 TEST_F(PickTest, realDrawingsBringTheirView) {
-    const char* const folder = std::getenv("VONDRAKE_DRAWINGS");
-    if (!folder)
-        GTEST_SKIP() << "VONDRAKE_DRAWINGS names no folder";
+    SKIP_WITHOUT_DRAWINGS();
+    const vndk::test::DrawingCopies copies;
     const struct {
         const char* file;
         double size, x, y;
     } cases[] = {{"Arc.dwg", 20.49489104393754, -10.30543733550006, 10.02263864953424},
                  {"example_2000.dwg", 13314.951254288697, 5771.997569792082, 789.3256133671557}};
     for (const auto& c : cases) {
-        const std::string path = std::string(folder) + "/r2000/" + c.file;
+        const std::string path = copies.copy(std::string(std::getenv("VONDRAKE_DRAWINGS")) + "/r2000/" + c.file);
         ASSERT_EQ(host.documents().appContextOpenDocument(path.c_str()), Acad::eOk) << host.documents().lastError();
         run("SETVAR TILEMODE 1\n");
         EXPECT_DOUBLE_EQ(host.variables().getReal("VIEWSIZE"), c.size) << c.file;
