@@ -1,8 +1,8 @@
 #include "drawing_picture.h"
 
+#include "ap/drawing_views.h"
 #include "db/database.h"
 #include "db/open.h"
-#include "dwg/active_view.h"
 #include "gs/manager.h"
 
 #include <algorithm>
@@ -57,8 +57,7 @@ bool lookAsSaved(AcGsView& view, const AcDbDatabase& database) {
         return false;
     // The field's width never counts beside its height where the screen isn't known.
     const double aspect = std::max(dwg::activeViewAspect(database, database.tilemode()), 1e-9);
-    view.setView(saved->center + saved->direction * (saved->eye > 0 ? saved->eye : saved->height), saved->center,
-                 saved->up, saved->height * aspect, saved->height,
+    view.setView(host::eyeOf(*saved), saved->center, saved->up, saved->height * aspect, saved->height,
                  saved->eye > 0 ? AcGsView::kPerspective : AcGsView::kParallel);
     return true;
 }
