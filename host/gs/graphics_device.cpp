@@ -19,10 +19,9 @@ std::uint32_t pixelOf(COLORREF color) {
 
 void GraphicsDevice::onSize(int width, int height) {
     constexpr int kLargest = 1 << 14;
-    picture_.width = std::clamp(width, 1, kLargest);
-    picture_.height = std::clamp(height, 1, kLargest);
+    surface_ = Surface(std::clamp(width, 1, kLargest), std::clamp(height, 1, kLargest), 0xFF000000);
     highlighted_ = {};
-    picture_.pixels.assign(static_cast<size_t>(picture_.width) * static_cast<size_t>(picture_.height), 0xFF000000);
+    picture_ = {};
     invalidate();
 }
 
@@ -74,34 +73,49 @@ void GraphicsDevice::show(GraphicsView& view) {
     present();
 }
 
-void GraphicsDevice::draw(GraphicsView& view) { view.draw(picture_, pixelOf(background_)); }
+void GraphicsDevice::draw(GraphicsView& view) {
+    picture_ = {};
+    view.draw(surface_, pixelOf(background_));
+}
+
+const win32::Picture& GraphicsDevice::picture() const {
+    if (picture_.pixels.empty())
+        picture_ = shown().picture();
+    return picture_;
+}
 
 /// Over a copy: the picture itself stays for the next highlighting.
 void GraphicsDevice::highlight() {
+    picture_ = {};
     if (std::none_of(views_.begin(), views_.end(), [](GraphicsView* view) { return view->highlights(); })) {
         highlighted_ = {};
         return;
     }
-    highlighted_ = picture_;
+    highlighted_ = surface_;
     for (GraphicsView* const view : views_)
         view->drawHighlighted(highlighted_, pixelOf(background_));
 }
 
 void GraphicsDevice::present() {
-    const win32::Picture& shown = picture();
     const HDC dc = window_ ? ::GetDC(window_) : nullptr;
     if (!dc)
         return;
+    paint(dc, {0, 0, width(), height()});
+    ::ReleaseDC(window_, dc);
+}
+
+void GraphicsDevice::paint(HDC dc, const RECT& part) const {
+    const Surface& surface = shown();
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = shown.width;
-    info.bmiHeader.biHeight = -shown.height; // top row first
+    info.bmiHeader.biWidth = surface.stride;
+    info.bmiHeader.biHeight = -surface.height; // top row first
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     info.bmiHeader.biCompression = BI_RGB;
-    ::SetDIBitsToDevice(dc, 0, 0, static_cast<DWORD>(shown.width), static_cast<DWORD>(shown.height), 0, 0, 0,
-                        static_cast<UINT>(shown.height), shown.pixels.data(), &info, DIB_RGB_COLORS);
-    ::ReleaseDC(window_, dc);
+    ::SetDIBitsToDevice(dc, part.left, part.top, static_cast<DWORD>(part.right - part.left),
+                        static_cast<DWORD>(part.bottom - part.top), part.left, part.top, 0,
+                        static_cast<UINT>(surface.height), surface.pixels.data(), &info, DIB_RGB_COLORS);
 }
 
 } // namespace vndk::gs

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "gs/device.h"
+#include "gs/surface.h"
 #include "win32/window.h"
 
 #include <vector>
@@ -19,8 +20,8 @@ public:
     GraphicsDevice& operator=(const GraphicsDevice&) = delete;
 
     void onSize(int width, int height) override;
-    int width() const override { return picture_.width; }
-    int height() const override { return picture_.height; }
+    int width() const override { return surface_.width; }
+    int height() const override { return surface_.height; }
 
     bool add(AcGsView* view) override;
     bool erase(AcGsView* view) override;
@@ -32,7 +33,8 @@ public:
     void invalidate() override;
     void update() override;
     void present() override;
-    const win32::Picture& picture() const override { return highlighted_.pixels.empty() ? picture_ : highlighted_; }
+    void paint(HDC dc, const RECT& part) const override;
+    const win32::Picture& picture() const override;
 
     /// Draws one view and shows the picture.
     void show(GraphicsView& view);
@@ -40,10 +42,12 @@ public:
 private:
     void draw(GraphicsView& view);
     void highlight();
+    const Surface& shown() const { return highlighted_.pixels.empty() ? surface_ : highlighted_; }
 
     HWND window_;
-    win32::Picture picture_;
-    win32::Picture highlighted_; // the same with what is highlighted; empty when nothing is
+    Surface surface_;
+    Surface highlighted_;            // the same with what is highlighted; empty when nothing is
+    mutable win32::Picture picture_; // for who asks; empty until somebody does
     std::vector<GraphicsView*> views_;
     COLORREF background_ = 0;
 };

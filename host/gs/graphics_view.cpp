@@ -126,19 +126,19 @@ void GraphicsView::update() {
         device_->show(*this);
 }
 
-PixelRect GraphicsView::clipIn(const win32::Picture& picture) const {
+PixelRect GraphicsView::clipIn(const Surface& surface) const {
     const AcGsDCRect place = viewport();
-    return {std::max(place.m_min.x, 0), std::max(place.m_min.y, 0), std::min(place.m_max.x, picture.width - 1),
-            std::min(place.m_max.y, picture.height - 1)};
+    return {std::max(place.m_min.x, 0), std::max(place.m_min.y, 0), std::min(place.m_max.x, surface.width - 1),
+            std::min(place.m_max.y, surface.height - 1)};
 }
 
-void GraphicsView::draw(win32::Picture& picture, std::uint32_t background) {
+void GraphicsView::draw(Surface& surface, std::uint32_t background) {
     valid_ = true;
-    const PixelRect clip = clipIn(picture);
+    const PixelRect clip = clipIn(surface);
     if (clip.left > clip.right || clip.top > clip.bottom)
         return;
-    depths_.resize(showsSurfaces() ? picture.pixels.size() : 0);
-    Raster raster(picture.pixels.data(), picture.width, clip, depths_.empty() ? nullptr : depths_.data());
+    depths_.resize(showsSurfaces() ? surface.pixels.size() : 0);
+    Raster raster(surface.pixels.data(), surface.stride, clip, depths_.empty() ? nullptr : depths_.data());
     raster.clear(background);
     thinned_ = interactive_ && thinning_ > 1;
     const auto start = std::chrono::steady_clock::now();
@@ -282,11 +282,11 @@ void GraphicsView::highlight(std::span<const AcDbObjectId> entities) {
 }
 
 /// What was there is wiped out first, so that gaps are seen.
-void GraphicsView::drawHighlighted(win32::Picture& picture, std::uint32_t background) {
-    const PixelRect clip = clipIn(picture);
+void GraphicsView::drawHighlighted(Surface& surface, std::uint32_t background) {
+    const PixelRect clip = clipIn(surface);
     if (clip.left > clip.right || clip.top > clip.bottom)
         return;
-    Raster raster(picture.pixels.data(), picture.width, clip);
+    Raster raster(surface.pixels.data(), surface.stride, clip);
     forEachRecord([&](const Shown& shown, AcDbDatabase& database) {
         DisplayLists& lists = shown.model->lists();
         Styles styles(database, background);

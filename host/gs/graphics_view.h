@@ -3,7 +3,7 @@
 
 #include "gs/camera.h"
 #include "gs/list_painter.h"
-#include "win32/picture.h"
+#include "gs/surface.h"
 
 #include <optional>
 #include <vector>
@@ -56,9 +56,9 @@ public:
     GraphicsDevice* device() const { return device_; }
     void setDevice(GraphicsDevice* device);
     /// Draws everything into its place in the device's picture.
-    void draw(win32::Picture& picture, std::uint32_t background);
+    void draw(Surface& surface, std::uint32_t background);
     bool highlights() const { return !highlighted_.empty(); }
-    void drawHighlighted(win32::Picture& picture, std::uint32_t background);
+    void drawHighlighted(Surface& surface, std::uint32_t background);
 
 private:
     /// One of the two.
@@ -69,8 +69,8 @@ private:
     };
     AcGsDCRect viewport() const;
     bool showsSurfaces() const { return mode_ >= kHiddenLine && mode_ < kLastRenderMode; }
-    /// The part of the viewport that a picture holds; reversed where there is none.
-    PixelRect clipIn(const win32::Picture& picture) const;
+    /// The part of the viewport that a surface holds; reversed where there is none.
+    PixelRect clipIn(const Surface& surface) const;
     Painting paintingFor(const AcDbDatabase& database, std::uint32_t background) const;
     void drawShown(Raster& raster, std::uint32_t background);
     void drawRecord(const Shown& shown, Raster& raster, std::uint32_t background);

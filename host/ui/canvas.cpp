@@ -180,24 +180,11 @@ void Canvas::OnPaint() {
         if (part.Width() < picture_->width() || part.Height() < picture_->height())
             Invalidate(FALSE);
     }
-    paintPicture(dc, part);
+    picture_->paint(dc, part);
     Overlay axes;
     drawAxes(axes);
     axes.paint(dc);
     overlay_.paint(dc);
-}
-
-void Canvas::paintPicture(CDC& dc, const CRect& part) const {
-    BITMAPINFO info{};
-    info.bmiHeader.biSize = sizeof info.bmiHeader;
-    info.bmiHeader.biWidth = picture_->width();
-    info.bmiHeader.biHeight = -picture_->height(); // top row first
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    info.bmiHeader.biCompression = BI_RGB;
-    ::SetDIBitsToDevice(dc, part.left, part.top, static_cast<DWORD>(part.Width()), static_cast<DWORD>(part.Height()),
-                        part.left, part.top, 0, static_cast<UINT>(picture_->height()), picture_->pixels(), &info,
-                        DIB_RGB_COLORS);
 }
 
 /// The axes of the UCS in the lower left corner, as long as they are seen.

@@ -85,7 +85,6 @@ private:
     void refreshMarks();
     void refreshOverlay();
     void drawAxes(Overlay& overlay) const;
-    void paintPicture(CDC& dc, const CRect& part) const;
 
     Host& host_;
     std::unique_ptr<DrawingPicture> picture_;

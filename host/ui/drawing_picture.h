@@ -43,8 +43,7 @@ public:
     /// Brings the picture up to date. False: nothing was to be done. While somebody holds the space open for writing
     /// the picture stays as it is.
     bool refresh();
-    /// Rows from the top, 0xFFRRGGBB.
-    const std::uint32_t* pixels() const { return device_->picture().pixels.data(); }
+    void paint(HDC dc, const RECT& part) const { device_->paint(dc, part); }
     COLORREF background() const { return device_->backgroundColor(); }
 
     /// Entities that stand out. False: they do already.

@@ -30,6 +30,8 @@ public:
     virtual void update() = 0;
     /// Shows what has been drawn last once more: for an owner whose window has to be painted.
     virtual void present() = 0;
-    /// What has been drawn last.
+    /// Puts a part of what has been drawn last onto the same place of a device context.
+    virtual void paint(HDC dc, const RECT& part) const = 0;
+    /// What has been drawn last; valid until it is asked for anew.
     virtual const vndk::win32::Picture& picture() const = 0;
 };

@@ -118,6 +118,7 @@ public:
     void invalidate() override {}
     void update() override {}
     void present() override {}
+    void paint(HDC, const RECT&) const override {}
     const vndk::win32::Picture& picture() const override { return picture_; }
 
 private:
