@@ -10,7 +10,7 @@ AcDbSubentities::State& AcDbSubentities::state() {
     return *state_;
 }
 
-const std::vector<AcDbObjectId>& AcDbSubentities::ids(const AcDbObject& owner) const {
+const std::vector<AcDbObjectId>& AcDbSubentities::ids(const AcDbObject& owner, bool decoding) const {
     static const std::vector<AcDbObjectId> none;
     if (!state_)
         return none;
@@ -18,7 +18,7 @@ const std::vector<AcDbObjectId>& AcDbSubentities::ids(const AcDbObject& owner) c
         state_->loaded = true;
         AcDbDatabase* const database = owner.database();
         if (database && database->source())
-            state_->ids = database->source()->readChain(owner.objectId(), state_->first, state_->last, false);
+            state_->ids = database->source()->readChain(owner.objectId(), state_->first, state_->last, decoding);
         state_->broken = state_->ids.empty() || state_->ids.back() != state_->last;
     }
     return state_->ids;

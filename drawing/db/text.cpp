@@ -26,7 +26,7 @@ AcDbText::AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId s
 }
 
 AcGePoint3d AcDbText::position() const {
-    return AcGeMatrix3d::planeToWorld(data_.normal) * AcGePoint3d(data_.position.x, data_.position.y, data_.elevation);
+    return AcGeMatrix3d::planeToWorld(data_.normal, AcGePoint3d(data_.position.x, data_.position.y, data_.elevation));
 }
 
 Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& point) {
@@ -40,8 +40,7 @@ Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& point) {
 }
 
 AcGePoint3d AcDbText::alignmentPoint() const {
-    return AcGeMatrix3d::planeToWorld(data_.normal) *
-           AcGePoint3d(data_.alignment.x, data_.alignment.y, data_.elevation);
+    return AcGeMatrix3d::planeToWorld(data_.normal, AcGePoint3d(data_.alignment.x, data_.alignment.y, data_.elevation));
 }
 
 Acad::ErrorStatus AcDbText::setAlignmentPoint(const AcGePoint3d& point) {

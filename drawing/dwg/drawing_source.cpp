@@ -2,6 +2,8 @@
 
 #include "db/stub.h"
 
+#include <algorithm>
+
 namespace vndk::dwg {
 
 namespace {
@@ -50,6 +52,10 @@ public:
     std::vector<AcDbObjectId> run(AcDbObjectId first, AcDbObjectId last) {
         const AcDbStub* previous = nullptr;
         AcDbStub* stub = first.stub();
+        // The few parts of an entity mostly have handles that follow each other.
+        constexpr uint32_t kFew = 16;
+        if (stub && !last.isNull() && stub->index <= last.stub()->index)
+            ids_.reserve(std::min(last.stub()->index - stub->index + 1, kFew));
         while (stub) {
             Neighbours links;
             if (!linksOf(*stub, links) || !enter(*stub, previous, links.previous)) {

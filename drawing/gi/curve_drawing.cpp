@@ -37,9 +37,9 @@ void drawRoundWall(const AcGePoint3d& middle, const AcGeVector3d& x, const AcGeV
 /// A round piece in the plane of a normal, at its foot and, with a thickness, at its top with the walls' ends between.
 void drawRound(const AcGePoint3d& center, double radius, const AcGeVector3d& normal, double start, double sweep,
                double thickness, AcGiGeometry& geometry) {
-    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(normal);
-    const AcGePoint3d middle = toWorld * center;
-    const AcGeVector3d x = toWorld.xAxis() * radius, y = toWorld.yAxis() * radius;
+    const AcGePoint3d middle = AcGeMatrix3d::planeToWorld(normal, center);
+    const AcGeVector3d x = AcGeMatrix3d::planeToWorld(normal, AcGeVector3d(radius, 0, 0));
+    const AcGeVector3d y = AcGeMatrix3d::planeToWorld(normal, AcGeVector3d(0, radius, 0));
     geometry.ellipArc(middle, x, y, start, sweep);
     if (thickness == 0)
         return;

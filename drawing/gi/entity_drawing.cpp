@@ -23,14 +23,6 @@ void drawPoint(const AcDbEntity& entity, AcGiGeometry& geometry) {
     geometry.point(point.position(), point.ecsRotation());
 }
 
-void setTraits(const AcDbEntity& entity, AcGiSubEntityTraits& traits) {
-    traits.setLayer(entity.layerId());
-    traits.setColor(entity.colorIndex());
-    traits.setLineType(entity.linetypeId());
-    traits.setLineTypeScale(entity.linetypeScale());
-    traits.setLineWeight(entity.lineWeight());
-}
-
 /// Whether an attribute with that mark is seen as the drawing's ATTMODE wants it.
 bool isShown(const AcDbEntity& attribute, bool markedInvisible) {
     enum { kNone = 0, kAll = 2 };
@@ -40,12 +32,12 @@ bool isShown(const AcDbEntity& attribute, bool markedInvisible) {
 }
 
 void drawAttributes(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
-    for (const AcDbObjectId id : reference.attributes()) {
+    for (const AcDbObjectId id : reference.attributes(true)) {
         const AcDbObjectPointer<AcDbEntity> entity(id);
         const auto* const attribute = entity ? AcDbAttribute::cast(entity.object()) : nullptr;
         if (!attribute || !isShown(*attribute, attribute->isInvisible()))
             continue;
-        setTraits(*attribute, context.subEntityTraits());
+        context.subEntityTraits().setTraitsOf(*attribute);
         if (attribute->colorIndex() == kAcDbColorByBlock)
             context.subEntityTraits().setColor(reference.colorIndex());
         vndk::gi::drawTextLine(*attribute, attribute->textValue(), context.geometry());
@@ -83,8 +75,8 @@ void drawReference(const AcDbEntity& entity, AcGiWorldDraw& context) {
         const auto* const array = AcDbMInsertBlock::cast(&reference);
         const unsigned rows = array ? array->rows() : 1U, columns = array ? array->columns() : 1U;
         // Rows and columns lie along the axes of the reference, whatever its scale.
-        const AcGeVector3d along = place.xAxis().normal() * (array ? array->columnSpacing() : 0);
-        const AcGeVector3d up = place.yAxis().normal() * (array ? array->rowSpacing() : 0);
+        const AcGeVector3d along = array ? place.xAxis().normal() * array->columnSpacing() : AcGeVector3d();
+        const AcGeVector3d up = array ? place.yAxis().normal() * array->rowSpacing() : AcGeVector3d();
         for (unsigned row = 0; row < rows; ++row)
             for (unsigned column = 0; column < columns; ++column)
                 context.geometry().block(shown.record,
@@ -180,7 +172,7 @@ const Row* rowOf(const AcRxClass* cls) {
 bool acgiDrawEntity(const AcDbEntity& entity, AcGiWorldDraw& context) {
     if (entity.visibility() == AcDb::kInvisible)
         return true;
-    setTraits(entity, context.subEntityTraits());
+    context.subEntityTraits().setTraitsOf(entity);
     if (const Row* const row = rowOf(entity.isA())) {
         if (row->draw)
             row->draw(entity, context.geometry());
@@ -197,7 +189,7 @@ void acgiDrawInBlock(const AcDbEntity& entity, bool definitions, AcGiWorldDraw& 
     if (!definition) {
         acgiDrawEntity(entity, context);
     } else if (definition->attributeData().flags & 2 && isShown(*definition, definition->isInvisible())) {
-        setTraits(*definition, context.subEntityTraits());
+        context.subEntityTraits().setTraitsOf(*definition);
         vndk::gi::drawTextLine(*definition, definition->textValue(), context.geometry());
     }
 }

@@ -164,7 +164,7 @@ constexpr unsigned char kFramePoint = 16; // of a vertex: a control point of the
 /// The points of the vertices that are drawn.
 std::vector<AcGePoint3d> drawnPoints(const AcDbVertexOwner& owner) {
     std::vector<AcGePoint3d> points;
-    for (const AcDbObjectId id : owner.vertices()) {
+    for (const AcDbObjectId id : owner.vertices(true)) {
         const AcDbObjectPointer<AcDbVertex> vertex(id);
         if (vertex && !(vertex->data().flag & kFramePoint))
             points.push_back(vertex->position());
@@ -240,7 +240,7 @@ void draw2dPolyline(const AcDbEntity& entity, AcGiGeometry& geometry) {
                      polyline.elevation(),
                      extrusion(polyline.thickness(), polyline.normal()),
                      polyline.isClosed()};
-    for (const AcDbObjectId id : polyline.vertices()) {
+    for (const AcDbObjectId id : polyline.vertices(true)) {
         const AcDbObjectPointer<AcDb2dVertex> vertex(id);
         if (vertex && !(vertex->data().flag & kFramePoint))
             curve.vertices.push_back({{vertex->position().x, vertex->position().y},
@@ -273,7 +273,7 @@ void drawPolygonMesh(const AcDbEntity& entity, AcGiGeometry& geometry) {
 
 void drawPolyFaceMesh(const AcDbEntity& entity, AcGiGeometry& geometry) {
     FaceCollector faces;
-    for (const AcDbObjectId id : static_cast<const AcDbPolyFaceMesh&>(entity).vertices()) {
+    for (const AcDbObjectId id : static_cast<const AcDbPolyFaceMesh&>(entity).vertices(true)) {
         const AcDbObjectPointer<AcDbEntity> part(id);
         if (const auto* const vertex = part ? AcDbPolyFaceMeshVertex::cast(part.object()) : nullptr)
             faces.point(vertex->position());

@@ -23,6 +23,17 @@ AcGiText::Along alongOf(const AcDbText::Data& data) {
     }
 }
 
+/// Neighbours mostly run the same way.
+AcGeVector3d directionOf(double angle) {
+    thread_local double last = 0;
+    thread_local AcGeVector3d direction = AcGeVector3d::kXAxis;
+    if (angle != last) {
+        last = angle;
+        direction = {std::cos(angle), std::sin(angle), 0};
+    }
+    return direction;
+}
+
 } // namespace
 
 void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry& geometry) {
@@ -49,10 +60,13 @@ void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry
         text.across = acrossOf(data);
     }
     text.position = entity.isDefaultAlignment() || fitted ? entity.position() : entity.alignmentPoint();
-    const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data.normal);
-    const double c = angle == 0 ? 1 : std::cos(angle), s = angle == 0 ? 0 : std::sin(angle);
-    text.direction = toWorld * AcGeVector3d(c, s, 0);
-    text.up = toWorld * AcGeVector3d(-s, c, 0);
+    text.direction = directionOf(angle);
+    text.up = {-text.direction.y, text.direction.x, 0};
+    if (data.normal != AcGeVector3d::kZAxis) {
+        const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data.normal);
+        text.direction = toWorld * text.direction;
+        text.up = toWorld * text.up;
+    }
     geometry.text(text);
 }
 

@@ -48,6 +48,19 @@ void addTextBox(AcDbExtents& box, const TextShape& shape) {
 
 } // namespace
 
+/// Room for as many as there will be if the rest of the block is like what has been drawn of it, though for no more
+/// than one in each part.
+template <class T>
+void ListBuilder::makeRoom(std::vector<T>& shapes) const {
+    constexpr size_t kFew = 64;
+    constexpr double kSpare = 1.1;
+    if (shapes.size() < shapes.capacity() || shapes.size() < kFew)
+        return;
+    const size_t parts = list_.parts.size();
+    const double share = std::min(kSpare * static_cast<double>(shapes.size()) / static_cast<double>(part_ + 1), 1.0);
+    shapes.reserve(std::max(static_cast<size_t>(share * static_cast<double>(parts)), 2 * shapes.size()));
+}
+
 void ListBuilder::begin(size_t part) {
     part_ = part;
     look_ = Look();
@@ -70,10 +83,23 @@ const LOGFONTA& ListBuilder::fontOf(const AcGiText& text) {
     return *lastFont_;
 }
 
+void ListBuilder::setTraitsOf(const AcDbEntity& entity) {
+    look_ = {AcCmEntityColor::index(entity.colorIndex()), entity.layerId(), entity.linetypeId(), entity.linetypeScale(),
+             entity.lineWeight()};
+}
+
+/// A drawing has few looks, which take turns.
 uint32_t ListBuilder::lookNumber() {
-    // Neighbours mostly look alike.
-    if (!list_.items.empty() && list_.looks[list_.items.back().look] == look_)
-        return list_.items.back().look;
+    const auto bits = [](AcDbObjectId id) { return reinterpret_cast<uintptr_t>(id.stub()) / sizeof(void*); };
+    constexpr uint32_t kShuffle = 2654435761, kBits = 8;
+    const auto mixed = static_cast<uint32_t>(bits(look_.layer) ^ bits(look_.linetype) * 3 ^ look_.color.value * 5);
+    uint32_t& recent = recentLooks_[mixed * kShuffle >> (32 - kBits)];
+    if (recent >= list_.looks.size() || list_.looks[recent] != look_)
+        recent = findLook();
+    return recent;
+}
+
+uint32_t ListBuilder::findLook() {
     const auto [place, isNew] = list_.lookNumbers.try_emplace(look_, static_cast<uint32_t>(list_.looks.size()));
     if (isNew)
         list_.looks.push_back(look_);
@@ -148,6 +174,7 @@ void ListBuilder::ellipArc(const AcGePoint3d& center, const AcGeVector3d& major,
     const double once = std::clamp(sweep, -2 * kAcGePi, 2 * kAcGePi);
     add(Item::Kind::Arc, list_.arcs.size());
     const double begin = std::fabs(start) > 2 * kAcGePi ? std::remainder(start, 2 * kAcGePi) : start;
+    makeRoom(list_.arcs);
     list_.arcs.push_back({center, major, minor, begin, once});
     addArcBox(box(), list_.arcs.back());
 }
@@ -186,6 +213,7 @@ void ListBuilder::text(const AcGiText& text) {
         look_.color = AcCmEntityColor(text.color);
     add(Item::Kind::Text, list_.texts.size());
     look_ = set;
+    makeRoom(list_.texts);
     list_.texts.push_back(std::move(shape));
 }
 
@@ -211,6 +239,7 @@ void ListBuilder::block(AcDbObjectId record, const AcGeMatrix3d& transform) {
     if (record.isNull())
         return;
     add(Item::Kind::Block, list_.blocks.size());
+    makeRoom(list_.blocks);
     list_.blocks.push_back({record, transform});
 }
 

@@ -4,6 +4,8 @@
 #include "gi/drawable.h"
 #include "gs/display_list.h"
 
+#include <array>
+
 namespace vndk::gs {
 
 class ListBuilder : public AcGiWorldDraw, private AcGiGeometry, private AcGiDrawableTraits {
@@ -37,11 +39,15 @@ private:
     void setLineType(AcDbObjectId linetype) override { look_.linetype = linetype; }
     void setLineTypeScale(double scale) override { look_.linetypeScale = scale; }
     void setLineWeight(AcDb::LineWeight weight) override { look_.weight = weight; }
+    void setTraitsOf(const AcDbEntity& entity) override;
 
     void add(Item::Kind kind, size_t first, size_t count = 1);
     void addPoints(Item::Kind kind, std::span<const AcGePoint3d> points);
     bool keepPoints(std::span<const AcGePoint3d> points, uint32_t& first, uint32_t& count);
     uint32_t lookNumber();
+    uint32_t findLook();
+    template <class T>
+    void makeRoom(std::vector<T>& shapes) const;
     AcDbExtents& box() { return list_.boxes[part_]; }
 
     const LOGFONTA& fontOf(const AcGiText& text);
@@ -51,6 +57,8 @@ private:
     AcDbObjectId lastStyle_;
     const LOGFONTA* lastFont_ = nullptr;
     Look look_;
+    static constexpr size_t kRecentLooks = 256;
+    std::array<uint32_t, kRecentLooks> recentLooks_{}; // numbers, by a few bits of what they are
 };
 
 } // namespace vndk::gs

@@ -12,7 +12,8 @@ namespace {
 constexpr double kSmallestText = 2.5; // pixels; smaller text is a line
 constexpr double kSmallestBlock = 1;  // pixels; what a smaller one shows is a dot
 
-double lengthOf(const Spot& v) { return std::sqrt(v.x * v.x + v.y * v.y); }
+double squareOf(const Spot& v) { return v.x * v.x + v.y * v.y; }
+double lengthOf(const Spot& v) { return std::sqrt(squareOf(v)); }
 Spot sum(const Spot& a, const Spot& b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
 Spot times(const Spot& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
 
@@ -41,6 +42,22 @@ Turn stepOf(double sweep, int steps) {
     if (kept.sin == 0)
         kept = turn();
     return kept;
+}
+
+/// The places of an arc from its start to its end. Each step turns the last one on, and rounding is kept from adding
+/// up.
+template <class Use>
+void forEachTurn(const ArcShape& arc, int steps, Use&& use) {
+    constexpr int kFreshly = 64;
+    const Turn step = stepOf(arc.sweep, steps);
+    Turn at;
+    for (int i = 0; i <= steps; ++i) {
+        if (i % kFreshly == 0)
+            if (const double angle = arc.start + arc.sweep / steps * i; angle != 0)
+                at = {std::cos(angle), std::sin(angle)};
+        use(at);
+        at = {at.cos * step.cos - at.sin * step.sin, at.sin * step.cos + at.cos * step.sin};
+    }
 }
 
 /// Which parts are drawn when not all are: the same ones each time, and fewer of them when fewer fit. Of very many,
@@ -195,31 +212,33 @@ void ListPainter::drawItem(const DisplayList& list, const Item& item, const Proj
 
 void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const Style& style) {
     constexpr double kSmallestRadius = 0.4; // pixels; what is smaller is a dot
-    const double given = std::max(lengthOf(projector(arc.major)), lengthOf(projector(arc.minor)));
+    const Spot center = projector(arc.center), major = projector(arc.major), minor = projector(arc.minor);
+    const double given = std::sqrt(std::max(squareOf(major), squareOf(minor)));
     // What comes near the eye is divided as finely as anything.
-    const double scale = scaleAt(projector(arc.center)), radius = scale > 0 ? given * scale : given * 1e3;
+    const double scale = scaleAt(center), radius = scale > 0 ? given * scale : given * 1e3;
     if (radius < kSmallestRadius)
-        return raster_.dot(projector(arc.center), style.color);
+        return raster_.dot(center, style.color);
     const int steps = stepsFor(radius, arc.sweep);
-    curve_.clear();
-    // Each step turns the last one on, and rounding is kept from adding up.
-    constexpr int kFreshly = 64;
-    const auto [turnCos, turnSin] = stepOf(arc.sweep, steps);
-    double c = 0, s = 0;
-    for (int i = 0; i <= steps; ++i) {
-        if (i % kFreshly == 0) {
-            const double angle = arc.start + arc.sweep / steps * i;
-            c = std::cos(angle);
-            s = std::sin(angle);
-        }
-        curve_.push_back(arc.center + arc.major * c + arc.minor * s);
-        const double next = c * turnCos - s * turnSin;
-        s = s * turnCos + c * turnSin;
-        c = next;
-    }
     if (style.thin)
-        return drawThin(curve_, projector, style.color);
+        return drawThinArc(arc, steps, center, major, minor, style.color);
+    curve_.clear();
+    forEachTurn(arc, steps,
+                [&](const Turn& t) { curve_.push_back(arc.center + arc.major * t.cos + arc.minor * t.sin); });
     Stroker(raster_, projector, style).draw(curve_);
+}
+
+/// Turned in the picture itself, where its ellipse has been projected to.
+void ListPainter::drawThinArc(const ArcShape& arc, int steps, const Spot& center, const Spot& major, const Spot& minor,
+                              std::uint32_t color) {
+    Spot last;
+    bool begun = false;
+    forEachTurn(arc, steps, [&](const Turn& t) {
+        const Spot next = sum(center, sum(times(major, t.cos), times(minor, t.sin)));
+        if (begun)
+            raster_.line(last, next, color);
+        begun = true;
+        last = next;
+    });
 }
 
 void ListPainter::drawText(const TextShape& text, const Projector& projector, const Style& style) {

@@ -72,6 +72,8 @@ private:
     void drawItem(const DisplayList& list, const Item& item, const Projector& projector, const Style& style);
     void drawThin(std::span<const AcGePoint3d> points, const Projector& projector, std::uint32_t color);
     void drawArc(const ArcShape& arc, const Projector& projector, const Style& style);
+    void drawThinArc(const ArcShape& arc, int steps, const Spot& center, const Spot& major, const Spot& minor,
+                     std::uint32_t color);
     void drawText(const TextShape& text, const Projector& projector, const Style& style);
     void drawLetters(const TextShape& text, const Spot& origin, const Spot& x, const Spot& y, const Style& style);
     void drawMark(const PointShape& point, const Projector& projector, const Style& style);

@@ -236,6 +236,10 @@ void Raster::clipped(const Spot& a, const Spot& b, std::uint32_t color, double b
 void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
     const int dx = std::abs(x1 - x0), dy = std::abs(y1 - y0);
     std::uint32_t* const first = &at(x0, y0);
+    if ((dx | dy) == 0) {
+        *first = color;
+        return;
+    }
     if (dy == 0) { // many lines are level
         std::fill_n(std::min(first, first + (x1 - x0)), dx + 1, color);
         return;
@@ -248,6 +252,7 @@ void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
     const std::uint64_t step = ((shorter << 32) + longer - 1) / longer;
     std::uint64_t place = std::uint64_t{1} << 31;
     std::ptrdiff_t forward = 0;
+#pragma GCC unroll 4
     for (std::uint64_t i = 0; i <= longer; ++i) {
         first[forward + static_cast<std::ptrdiff_t>(place >> 32) * aside] = color;
         place += step;

@@ -43,8 +43,10 @@ public:
                                     bool openErased = false) const;
     /// A new iterator over the attributes, owned by the caller; valid while the reference's database lives.
     AcDbObjectIterator* attributeIterator() const { return new AcDbObjectIterator(attributes()); }
-    /// All attributes in order, erased ones included.
-    const std::vector<AcDbObjectId>& attributes() const { return subentities_.ids(*this); }
+    /// All attributes in order, erased ones included; with `decoding` read along, for who opens all of them.
+    const std::vector<AcDbObjectId>& attributes(bool decoding = false) const {
+        return subentities_.ids(*this, decoding);
+    }
 
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;

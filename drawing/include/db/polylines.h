@@ -164,7 +164,8 @@ public:
     Acad::ErrorStatus appendVertex(AcDbEntity* vertex);
     /// A new iterator over the vertices, owned by the caller.
     AcDbObjectIterator* vertexIterator() const { return new AcDbObjectIterator(vertices()); }
-    const std::vector<AcDbObjectId>& vertices() const { return subentities_.ids(*this); }
+    /// All vertices in order, erased ones included; with `decoding` read along, for who opens all of them.
+    const std::vector<AcDbObjectId>& vertices(bool decoding = false) const { return subentities_.ids(*this, decoding); }
     Acad::ErrorStatus subErase(bool erasing) override { return subentities_.eraseWithOwner(*this, erasing); }
     Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus getGeomExtents(AcDbExtents& extents) const override;

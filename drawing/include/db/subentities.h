@@ -11,8 +11,9 @@ class AcDbSequenceEnd;
 
 class AcDbSubentities {
 public:
-    /// Ids in order, erased ones included. Loaded from the file at the first call.
-    const std::vector<AcDbObjectId>& ids(const AcDbObject& owner) const;
+    /// Ids in order, erased ones included. Loaded from the file at the first call; with `decoding` the subentities
+    /// themselves as well, which is quicker for who opens all of them.
+    const std::vector<AcDbObjectId>& ids(const AcDbObject& owner, bool decoding = false) const;
     AcDbObjectId sequenceEnd() const { return state_ ? state_->end : AcDbObjectId(); }
     bool loaded() const { return !state_ || state_->loaded; }
     /// First and last as the file names them, before the list is loaded.

@@ -44,6 +44,9 @@ public:
     /// (arbitrary axis rule: the X axis is Y x N near the world Z axis, else Z x N).
     static AcGeMatrix3d planeToWorld(const AcGeVector3d& normal);
     static AcGeMatrix3d worldToPlane(const AcGeVector3d& normal);
+    /// Of a single point or vector, which comes out as it is for nearly every entity of a plan.
+    template <class T>
+    static T planeToWorld(const AcGeVector3d& normal, const T& inPlane);
 
     /// this * right: `right` is applied first.
     AcGeMatrix3d operator*(const AcGeMatrix3d& right) const;
@@ -68,4 +71,9 @@ inline AcGeVector3d operator*(const AcGeMatrix3d& m, const AcGeVector3d& v) {
 inline AcGePoint3d operator*(const AcGeMatrix3d& m, const AcGePoint3d& p) {
     const AcGeVector3d v = m * p.asVector() + m.translationPart();
     return {v.x, v.y, v.z};
+}
+
+template <class T>
+T AcGeMatrix3d::planeToWorld(const AcGeVector3d& normal, const T& inPlane) {
+    return normal == AcGeVector3d::kZAxis ? inPlane : planeToWorld(normal) * inPlane;
 }

@@ -39,6 +39,14 @@ public:
     virtual void setLineType(AcDbObjectId linetype) = 0;
     virtual void setLineTypeScale(double scale) = 0;
     virtual void setLineWeight(AcDb::LineWeight weight) = 0;
+    /// All of them, as an entity has them.
+    virtual void setTraitsOf(const AcDbEntity& entity) {
+        setColor(entity.colorIndex());
+        setLayer(entity.layerId());
+        setLineType(entity.linetypeId());
+        setLineTypeScale(entity.linetypeScale());
+        setLineWeight(entity.lineWeight());
+    }
 };
 
 /// The same, where a drawable gives the properties that it begins with.
