@@ -3,6 +3,7 @@
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/open.h"
+#include "db/peek.h"
 #include "dwg/draw_order.h"
 #include "gi/entity_drawing.h"
 #include "gs/list_builder.h"
@@ -47,6 +48,7 @@ void BlockList::refreshChanged() {
 
 void BlockList::buildAll() {
     list_ = DisplayList();
+    box_ = AcDbExtents();
     left_ = 0;
     changed_.clear();
     numbers_.clear();
@@ -71,10 +73,9 @@ void BlockList::buildAll() {
 void BlockList::buildPart(ListBuilder& builder, AcDbObjectId id, size_t part) {
     builder.begin(part);
     list_.parts[part].entity = id;
-    if (id.isNull() || id.isErased())
-        return;
-    if (const AcDbObjectPointer<AcDbEntity> entity(id); entity && entity->ownerId() == record_)
+    if (const auto* const entity = acdbPeek<AcDbEntity>(id); entity && entity->ownerId() == record_)
         acgiDrawInBlock(*entity, definitions_, builder);
+    box_.addExt(list_.boxes[part]);
 }
 
 void BlockList::refresh(ListBuilder& builder, AcDbObjectId entity) {
@@ -122,10 +123,8 @@ AcDbExtents BlockList::reachOf(size_t part, const WholeOf& wholeOf) const {
 
 /// The same of all parts at once; what has gone counts as well.
 AcDbExtents BlockList::reachOfAll(const WholeOf& wholeOf) const {
-    AcDbExtents all;
+    AcDbExtents all = box_;
     bool endless = !list_.endless.empty();
-    for (const AcDbExtents& box : list_.boxes)
-        all.addExt(box);
     for (const BlockShape& shape : list_.blocks) {
         const Whole& inner = wholeOf(shape.record);
         endless = endless || inner.endless;

@@ -41,6 +41,10 @@ public:
     /// That takes some time for the first time (`canFind` tells).
     const std::vector<uint32_t>& partsIn(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf);
 
+    /// The box around all of the list but for what it takes from blocks and endless lines. Null: something has gone
+    /// since, and it may be too large.
+    const AcDbExtents* exactBox() const { return left_ == 0 ? &box_ : nullptr; }
+
     bool canFind() const { return tree_.size() > 0; }
 
 private:
@@ -58,6 +62,7 @@ private:
     bool built_ = false;
     int attributes_ = 1; // the drawing's ATTMODE when it was built
     DisplayList list_;
+    AcDbExtents box_; // around all boxes of parts, and what has been drawn of them before
     size_t left_ = 0; // items that belong to no part
     std::vector<AcDbObjectId> changed_;
     std::unordered_map<const AcDbStub*, uint32_t> numbers_; // made when it is first needed

@@ -26,6 +26,10 @@ public:
     const DisplayList& of(AcDbObjectId record, bool definitions = false) { return listOf(record, definitions).list(); }
     /// The box around all that is drawn by it; it may be larger for what has gone.
     const AcDbExtents& reachOf(AcDbObjectId record, bool definitions);
+    /// See BlockList::exactBox.
+    const AcDbExtents* exactBoxOf(AcDbObjectId record, bool definitions) {
+        return listOf(record, definitions).exactBox();
+    }
     /// Whether partsIn answers at once, without preparing anything.
     bool canFind(AcDbObjectId record, bool definitions) { return listOf(record, definitions).canFind(); }
     /// Parts of the same list that come out within a part of the picture, in the order in which they are drawn. Valid

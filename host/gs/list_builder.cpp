@@ -11,7 +11,8 @@ namespace {
 
 constexpr double kDescent = 0.3; // of the height: how far letters reach below the base line
 
-bool isFinite(const AcGeVector3d& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+/// One that isn't finite makes the sum so. Sums of what is farther than anything may leave the numbers, too.
+bool isFinite(const AcGeVector3d& v) { return std::isfinite(v.x + v.y + v.z); }
 
 void addArcBox(AcDbExtents& box, const ArcShape& arc) {
     // The whole ellipse reaches this far along each axis; a part is taken by its points.
@@ -41,9 +42,11 @@ std::vector<AcGeVector3d> normalsOf(std::span<const AcGePoint3d> points, std::sp
 }
 
 void addTextBox(AcDbExtents& box, const TextShape& shape) {
-    for (const double across : {-kDescent, 1.0})
-        for (const double along : {0.0, shape.width})
-            box.addPoint(shape.origin + shape.x * along + shape.y * across);
+    const AcGeVector3d along = shape.x * shape.width;
+    for (const AcGePoint3d& begin : {shape.origin - shape.y * kDescent, shape.origin + shape.y}) {
+        box.addPoint(begin);
+        box.addPoint(begin + along);
+    }
 }
 
 } // namespace
@@ -205,14 +208,14 @@ void ListBuilder::text(const AcGiText& text) {
     shape.x = x;
     shape.y = y + lean;
     shape.origin = text.position + x * (-kAlong[text.along] * shape.width) + y * -kAcross[text.across];
-    if (shape.letters.empty() || !isFinite(shape.origin.asVector()) || !isFinite(shape.x) || !isFinite(shape.y))
+    if (shape.letters.empty() || !isFinite(shape.origin.asVector() + shape.x + shape.y))
         return;
     addTextBox(box(), shape);
-    const Look set = look_;
+    const AcCmEntityColor set = look_.color;
     if (text.color != 0)
         look_.color = AcCmEntityColor(text.color);
     add(Item::Kind::Text, list_.texts.size());
-    look_ = set;
+    look_.color = set;
     makeRoom(list_.texts);
     list_.texts.push_back(std::move(shape));
 }

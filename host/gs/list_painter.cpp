@@ -18,7 +18,7 @@ Spot sum(const Spot& a, const Spot& b) { return {a.x + b.x, a.y + b.y, a.z + b.z
 Spot times(const Spot& a, double factor) { return {a.x * factor, a.y * factor, a.z * factor}; }
 
 /// How many straight pieces look round on a radius in pixels.
-int stepsFor(double radius, double sweep) {
+int computeSteps(double radius, double sweep) {
     constexpr double kTolerance = 0.2; // pixels between the arc and its chord
     constexpr int kMost = 4096;
     if (!(radius > kTolerance))
@@ -27,21 +27,36 @@ int stepsFor(double radius, double sweep) {
     return std::clamp(static_cast<int>(std::min(std::ceil(std::fabs(sweep) / step), 1e6)), 4, kMost);
 }
 
+/// The same, at least; known beforehand for small circles.
+int stepsFor(double radius, double sweep) {
+    constexpr size_t kSmall = 8, kShares = 8;
+    static const auto known = [] {
+        std::array<int, kSmall * kShares> steps{};
+        for (size_t i = 0; i < steps.size(); ++i)
+            steps[i] = computeSteps(static_cast<double>(i + 1) / kShares, 2 * kAcGePi);
+        return steps;
+    }();
+    if (radius < kSmall && sweep == 2 * kAcGePi)
+        return known[static_cast<size_t>(radius * kShares)];
+    return computeSteps(radius, sweep);
+}
+
 struct Turn {
     double cos = 1, sin = 0;
 };
 
-/// One of the steps of a sweep. Those of whole circles are kept: plans are full of small ones.
-Turn stepOf(double sweep, int steps) {
-    constexpr int kFew = 64;
-    static std::array<Turn, kFew + 1> known{}; // by the number of steps, once it was wanted
-    const auto turn = [=] { return Turn{std::cos(sweep / steps), std::sin(sweep / steps)}; };
-    if (sweep != 2 * kAcGePi || steps > kFew || steps <= 1)
-        return turn();
-    Turn& kept = known[static_cast<size_t>(steps)];
-    if (kept.sin == 0)
-        kept = turn();
-    return kept;
+constexpr int kFewCorners = 64;
+
+/// The corners of a whole circle of few, the first one again at the end. They are kept: plans are full of small ones.
+const std::vector<Turn>& cornersOfCircle(int steps) {
+    static std::array<std::vector<Turn>, kFewCorners + 1> known;
+    std::vector<Turn>& corners = known[static_cast<size_t>(steps)];
+    if (corners.empty())
+        for (int i = 0; i <= steps; ++i) {
+            const double angle = 2 * kAcGePi * (i % steps) / steps;
+            corners.push_back({std::cos(angle), std::sin(angle)});
+        }
+    return corners;
 }
 
 /// The places of an arc from its start to its end. Each step turns the last one on, and rounding is kept from adding
@@ -49,12 +64,13 @@ Turn stepOf(double sweep, int steps) {
 template <class Use>
 void forEachTurn(const ArcShape& arc, int steps, Use&& use) {
     constexpr int kFreshly = 64;
-    const Turn step = stepOf(arc.sweep, steps);
+    const Turn step{std::cos(arc.sweep / steps), std::sin(arc.sweep / steps)};
     Turn at;
     for (int i = 0; i <= steps; ++i) {
-        if (i % kFreshly == 0)
-            if (const double angle = arc.start + arc.sweep / steps * i; angle != 0)
-                at = {std::cos(angle), std::sin(angle)};
+        if (i % kFreshly == 0) {
+            const double angle = arc.start + arc.sweep / steps * i;
+            at = {std::cos(angle), std::sin(angle)};
+        }
         use(at);
         at = {at.cos * step.cos - at.sin * step.sin, at.sin * step.cos + at.cos * step.sin};
     }
@@ -100,6 +116,10 @@ ListPainter::Level ListPainter::level(const DisplayList& list, const AcGeMatrix3
                                       const Surroundings& around) {
     static const LinePattern kHighlight{{6, -4}, 10}; // pixels
     Level level{list, Projector(toDevice), {}};
+    if (!spareStyles_.empty()) {
+        level.styles = std::move(spareStyles_.back());
+        spareStyles_.pop_back();
+    }
     level.styles.reserve(list.looks.size());
     for (const Look& look : list.looks) {
         Style style = styles_.resolve(look, around);
@@ -129,8 +149,14 @@ void ListPainter::draw(AcDbObjectId record, const AcGeMatrix3d& toDevice) {
 
 void ListPainter::drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
                              const Surroundings& around) {
+    Level whole = level(lists_.of(record, definitions), toDevice, around);
+    drawParts(whole, record, definitions, toDevice);
+    whole.styles.clear();
+    spareStyles_.push_back(std::move(whole.styles));
+}
+
+void ListPainter::drawParts(const Level& whole, AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice) {
     constexpr size_t kMany = 256; // fewer are drawn without looking where they lie
-    const Level whole = level(lists_.of(record, definitions), toDevice, around);
     const size_t count = whole.list.parts.size();
     const Thinning thinning(count > kMany ? painting_.thinning : 1, count);
     const PixelRect& clip = raster_.clip();
@@ -230,10 +256,20 @@ void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const
 /// Turned in the picture itself, where its ellipse has been projected to.
 void ListPainter::drawThinArc(const ArcShape& arc, int steps, const Spot& center, const Spot& major, const Spot& minor,
                               std::uint32_t color) {
+    const auto spot = [&](const Turn& t) { return sum(center, sum(times(major, t.cos), times(minor, t.sin))); };
+    if (arc.start == 0 && arc.sweep == 2 * kAcGePi && steps <= kFewCorners) {
+        Spot last = sum(center, major);
+        for (const Turn& corner : std::span(cornersOfCircle(steps)).subspan(1)) {
+            const Spot next = spot(corner);
+            raster_.line(last, next, color);
+            last = next;
+        }
+        return;
+    }
     Spot last;
     bool begun = false;
     forEachTurn(arc, steps, [&](const Turn& t) {
-        const Spot next = sum(center, sum(times(major, t.cos), times(minor, t.sin)));
+        const Spot next = spot(t);
         if (begun)
             raster_.line(last, next, color);
         begun = true;
@@ -244,6 +280,9 @@ void ListPainter::drawThinArc(const ArcShape& arc, int steps, const Spot& center
 void ListPainter::drawText(const TextShape& text, const Projector& projector, const Style& style) {
     const Spot origin = projector(text.origin), x = projector(text.x), y = projector(text.y);
     const Spot end = sum(origin, times(x, text.width));
+    const bool isPlain = !lens() && !raster_.isProbe() && painting_.strokes == Painting::kAsTheyAre;
+    if (isPlain && squareOf(y) < 1 && squareOf(x) * text.width * text.width < 1) // far away nearly all are
+        return raster_.dot(sum(origin, times(y, 0.5)), style.color);
     const PixelRect& clip = raster_.clip();
     const double margin = 2 * lengthOf(y) + lengthOf(x);
     if (!lens() &&

@@ -236,8 +236,9 @@ void Raster::clipped(const Spot& a, const Spot& b, std::uint32_t color, double b
 void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
     const int dx = std::abs(x1 - x0), dy = std::abs(y1 - y0);
     std::uint32_t* const first = &at(x0, y0);
-    if ((dx | dy) == 0) {
+    if (dx <= 1 && dy <= 1) { // pieces of small circles and texts
         *first = color;
+        at(x1, y1) = color;
         return;
     }
     if (dy == 0) { // many lines are level

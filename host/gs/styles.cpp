@@ -65,8 +65,15 @@ const Styles::Layer& Styles::layerOf(AcDbObjectId id) {
     return place->second;
 }
 
-bool Styles::isZero(AcDbObjectId layer) {
-    return layer == layerZero_ || (!layer.isNull() && layer.database() != &database_ && layerOf(layer).zero);
+/// What stands in an external reference has the linetypes of its own drawing.
+bool Styles::isByLayer(AcDbObjectId linetype) const {
+    return linetype == database_.byLayerLinetypeId() ||
+           (!linetype.isNull() && linetype == linetype.database()->byLayerLinetypeId());
+}
+
+bool Styles::isByBlock(AcDbObjectId linetype) const {
+    return linetype == database_.byBlockLinetypeId() ||
+           (!linetype.isNull() && linetype == linetype.database()->byBlockLinetypeId());
 }
 
 const LinePattern* Styles::patternOf(AcDbObjectId linetype) {
@@ -86,8 +93,10 @@ Style Styles::resolve(const Look& look, const Surroundings& around) {
     Style style;
     Surroundings& inner = style.inner;
     inner.nested = true;
-    inner.layer = around.nested && isZero(look.layer) ? around.layer : look.layer;
-    const Layer& layer = layerOf(inner.layer);
+    const Layer& own = layerOf(look.layer);
+    const bool takesOuter = around.nested && (own.zero || look.layer == layerZero_);
+    inner.layer = takesOuter ? around.layer : look.layer;
+    const Layer& layer = takesOuter ? layerOf(around.layer) : own;
     style.frozen = layer.frozen;
     style.visible = !layer.off && !layer.frozen;
 
@@ -104,12 +113,10 @@ Style Styles::resolve(const Look& look, const Surroundings& around) {
     default:
         inner.color = colorOfIndex(layer.color, background_);
     }
-    // What stands in an external reference has the linetypes of its own drawing.
-    const AcDbDatabase& own = look.linetype.isNull() ? database_ : *look.linetype.database();
-    if (look.linetype == own.byLayerLinetypeId())
+    if (isByLayer(look.linetype))
         inner.linetype = layer.linetype;
     else
-        inner.linetype = look.linetype == own.byBlockLinetypeId() ? around.linetype : look.linetype;
+        inner.linetype = isByBlock(look.linetype) ? around.linetype : look.linetype;
     if (look.weight == AcDb::kLnWtByLayer)
         inner.weight = layer.weight;
     else

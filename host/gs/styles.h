@@ -3,7 +3,7 @@
 
 #include "gs/display_list.h"
 
-#include <map>
+#include <unordered_map>
 #include <vector>
 
 class AcDbDatabase;
@@ -57,8 +57,8 @@ private:
         AcDb::LineWeight weight = AcDb::kLnWtByLwDefault;
     };
     const Layer& layerOf(AcDbObjectId id);
-    /// Layer "0" of the drawing, or of one that it refers to.
-    bool isZero(AcDbObjectId layer);
+    bool isByLayer(AcDbObjectId linetype) const;
+    bool isByBlock(AcDbObjectId linetype) const;
     const LinePattern* patternOf(AcDbObjectId linetype);
     int widthOf(AcDb::LineWeight weight) const;
 
@@ -68,8 +68,8 @@ private:
     std::vector<AcDbObjectId> frozenHere_;
     bool showsWeights_;
     double scale_; // of all linetypes
-    std::map<AcDbObjectId, Layer> layers_;
-    std::map<AcDbObjectId, LinePattern> patterns_;
+    std::unordered_map<AcDbObjectId, Layer> layers_;
+    std::unordered_map<AcDbObjectId, LinePattern> patterns_;
 };
 
 } // namespace vndk::gs

@@ -83,6 +83,32 @@ TEST_F(FollowingTest, ManyChangesOneByOne) {
     }
 }
 
+TEST_F(FollowingTest, ExtentsShrinkWithWhatIsErasedMovedOrHidden) {
+    const AcDbObjectId block = newBlock("part"), layer = newLayer("notes", 2);
+    append(lineInRow(0), block);
+    const AcDbObjectId line = append(lineInRow(10)), high = append(lineInRow(500));
+    const AcDbObjectId reference = append(std::make_unique<AcDbBlockReference>(AcGePoint3d(300, 40, 0), block));
+    AcDbExtents box;
+    const auto expectReach = [&](double right, double low, double top, const char* when) {
+        ASSERT_TRUE(model->visibleExtents(database.modelSpaceId(), box)) << when;
+        EXPECT_EQ(box.minPoint(), AcGePoint3d(0, low, 0)) << when;
+        EXPECT_EQ(box.maxPoint(), AcGePoint3d(right, top, 0)) << when;
+    };
+    expectReach(400, 10.5, 500.5, "all");
+    AcDbObjectPointer<AcDbLine>(high, AcDb::kForWrite)->erase();
+    expectReach(400, 10.5, 40.5, "one erased");
+    append(lineInRow(-20));
+    expectReach(400, -19.5, 40.5, "one more");
+    AcDbObjectPointer<AcDbBlockReference>(reference, AcDb::kForWrite)->setPosition({50, 90, 0});
+    expectReach(150, -19.5, 90.5, "moved");
+    AcDbObjectPointer<AcDbBlockReference>(reference, AcDb::kForWrite)->setLayer(layer);
+    AcDbObjectPointer<AcDbLayerTableRecord>(layer, AcDb::kForWrite)->setIsFrozen(true);
+    expectReach(100, -19.5, 10.5, "frozen");
+    AcDbObjectPointer<AcDbLine>(line, AcDb::kForWrite)->erase();
+    AcDbObjectPointer<AcDbLayerTableRecord>(layer, AcDb::kForWrite)->setIsFrozen(false);
+    expectReach(150, -19.5, 90.5, "thawed");
+}
+
 TEST_F(FollowingTest, ABlockOpenForWriteIsDrawnWhenItIsClosed) {
     append(lineInRow(10));
     {
