@@ -50,6 +50,7 @@ void BlockList::buildAll() {
     list_ = DisplayList();
     box_ = AcDbExtents();
     left_ = 0;
+    wasDrawn_ = false;
     changed_.clear();
     numbers_.clear();
     blocksChanged();
@@ -180,7 +181,9 @@ const AcDbExtents& BlockList::reach(const WholeOf& wholeOf) {
 }
 
 const std::vector<uint32_t>& BlockList::partsIn(const PictureBox& seen, const BoxProjector& projector,
-                                                const WholeOf& wholeOf) {
+                                                const WholeOf& wholeOf, bool once) {
+    if (once && !canFind())
+        return scan(seen, projector, wholeOf);
     const std::span<const AcDbExtents> boxes = reaches(wholeOf);
     // New ones are looked at one by one until they are many.
     if (boxes.size() > tree_.size() + tree_.size() / 8 + kFewItems)
@@ -191,6 +194,16 @@ const std::vector<uint32_t>& BlockList::partsIn(const PictureBox& seen, const Bo
         if (projector(boxes[part]).meets(seen))
             found_.push_back(static_cast<uint32_t>(part));
     sortFound();
+    return found_;
+}
+
+const std::vector<uint32_t>& BlockList::scan(const PictureBox& seen, const BoxProjector& projector,
+                                             const WholeOf& wholeOf) {
+    found_.clear();
+    const size_t count = list().parts.size();
+    for (size_t part = 0; part < count; ++part)
+        if (projector(reachOf(part, wholeOf)).meets(seen))
+            found_.push_back(static_cast<uint32_t>(part));
     return found_;
 }
 

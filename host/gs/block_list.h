@@ -6,6 +6,7 @@
 #include "gs/part_tree.h"
 
 #include <functional>
+#include <utility>
 
 namespace vndk::gs {
 
@@ -38,8 +39,12 @@ public:
     /// The box around all of them; it may be larger for what has gone.
     const AcDbExtents& reach(const WholeOf& wholeOf);
     /// Numbers of the parts whose boxes come out within a part of the picture, in the order in which they are drawn.
-    /// That takes some time for the first time (`canFind` tells).
-    const std::vector<uint32_t>& partsIn(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf);
+    /// That takes some time for the first time (`canFind` tells), unless who asks needs them `once`: then all boxes are
+    /// looked at.
+    const std::vector<uint32_t>& partsIn(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf,
+                                         bool once);
+    /// True once for each list that has been made from the beginning.
+    bool isFirstPicture() { return !std::exchange(wasDrawn_, true); }
 
     /// The box around all of the list but for what it takes from blocks and endless lines. Null: something has gone
     /// since, and it may be too large.
@@ -52,6 +57,7 @@ private:
     void buildPart(ListBuilder& builder, AcDbObjectId entity, size_t part);
     void refreshChanged();
     void refresh(ListBuilder& builder, AcDbObjectId entity);
+    const std::vector<uint32_t>& scan(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf);
     void sortFound();
     AcDbExtents reachOf(size_t part, const WholeOf& wholeOf) const;
     AcDbExtents reachOfAll(const WholeOf& wholeOf) const;
@@ -59,7 +65,7 @@ private:
 
     AcDbObjectId record_;
     bool definitions_;
-    bool built_ = false;
+    bool built_ = false, wasDrawn_ = false;
     int attributes_ = 1; // the drawing's ATTMODE when it was built
     DisplayList list_;
     AcDbExtents box_; // around all boxes of parts, and what has been drawn of them before

@@ -49,10 +49,9 @@ const AcDbExtents& DisplayLists::reachOf(AcDbObjectId record, bool definitions) 
 }
 
 const std::vector<uint32_t>& DisplayLists::partsIn(AcDbObjectId record, bool definitions, const BoxProjector& projector,
-                                                   const PictureBox& seen) {
-    return listOf(record, definitions)
-        .partsIn(
-            seen, projector, [this](AcDbObjectId id) -> auto& { return wholeOf(id); });
+                                                   const PictureBox& seen, bool once) {
+    const BlockList::WholeOf whole = [this](AcDbObjectId id) -> auto& { return wholeOf(id); };
+    return listOf(record, definitions).partsIn(seen, projector, whole, once);
 }
 
 uint32_t DisplayLists::partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity) {

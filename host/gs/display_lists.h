@@ -35,7 +35,8 @@ public:
     /// Parts of the same list that come out within a part of the picture, in the order in which they are drawn. Valid
     /// until it is asked again.
     const std::vector<uint32_t>& partsIn(AcDbObjectId record, bool definitions, const BoxProjector& projector,
-                                         const PictureBox& seen);
+                                         const PictureBox& seen, bool once = false);
+    bool isFirstPicture(AcDbObjectId record, bool definitions) { return listOf(record, definitions).isFirstPicture(); }
     /// BlockList::kNone: the entity isn't in the block.
     uint32_t partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity);
     /// All of the block and what it refers to, seen or not. The box is empty where there is nothing, or nothing but

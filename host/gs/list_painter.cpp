@@ -169,7 +169,9 @@ void ListPainter::drawParts(const Level& whole, AcDbObjectId record, bool defini
                     drawPart(whole, static_cast<uint32_t>(part));
         return;
     }
-    for (const uint32_t part : lists_.partsIn(record, definitions, BoxProjector(toDevice, lens()), seen))
+    // A drawing may be opened for a single look.
+    const bool once = lists_.isFirstPicture(record, definitions);
+    for (const uint32_t part : lists_.partsIn(record, definitions, BoxProjector(toDevice, lens()), seen, once))
         if (thinning.keeps(part))
             drawPart(whole, part);
 }

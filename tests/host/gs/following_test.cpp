@@ -54,6 +54,7 @@ TEST_F(FollowingTest, ManyChangesOneByOne) {
         ids.push_back(append(anyLine()));
     view->setView({150, 150, 1}, {150, 150, 0}, AcGeVector3d::kYAxis, 60, 60);
     draw();
+    ASSERT_TRUE(vndk::win32::comparePictures(afresh(), device->picture()).same());
     for (int round = 0; round < 40; ++round) {
         for (unsigned i = random() % 60; i > 0; --i) {
             const AcDbObjectId id = ids[random() % ids.size()];
