@@ -32,6 +32,6 @@ public:
     virtual void present() = 0;
     /// Puts a part of what has been drawn last onto the same place of a device context.
     virtual void paint(HDC dc, const RECT& part) const = 0;
-    /// What has been drawn last; valid until it is asked for anew.
+    /// What has been drawn last; valid until something is drawn or the size changes.
     virtual const vndk::win32::Picture& picture() const = 0;
 };
