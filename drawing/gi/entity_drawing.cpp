@@ -8,7 +8,6 @@
 #include "db/leader.h"
 #include "db/opaque.h"
 #include "db/open.h"
-#include "db/peek.h"
 #include "db/point.h"
 #include "db/shape.h"
 #include "db/transformed_parts.h"
@@ -34,7 +33,8 @@ bool isShown(const AcDbEntity& attribute, bool markedInvisible) {
 
 void drawAttributes(const AcDbBlockReference& reference, AcGiWorldDraw& context) {
     for (const AcDbObjectId id : reference.attributes(true)) {
-        const auto* const attribute = acdbPeek<AcDbAttribute>(id);
+        const AcDbObjectPointer<AcDbEntity> entity(id);
+        const auto* const attribute = entity ? AcDbAttribute::cast(entity.object()) : nullptr;
         if (!attribute || !isShown(*attribute, attribute->isInvisible()))
             continue;
         context.subEntityTraits().setTraitsOf(*attribute);

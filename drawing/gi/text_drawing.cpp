@@ -23,17 +23,6 @@ AcGiText::Along alongOf(const AcDbText::Data& data) {
     }
 }
 
-/// Neighbours mostly run the same way.
-AcGeVector3d directionOf(double angle) {
-    thread_local double last = 0;
-    thread_local AcGeVector3d direction = AcGeVector3d::kXAxis;
-    if (angle != last) {
-        last = angle;
-        direction = {std::cos(angle), std::sin(angle), 0};
-    }
-    return direction;
-}
-
 } // namespace
 
 void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry& geometry) {
@@ -60,7 +49,7 @@ void drawTextLine(const AcDbText& entity, const std::string& shown, AcGiGeometry
         text.across = acrossOf(data);
     }
     text.position = entity.isDefaultAlignment() || fitted ? entity.position() : entity.alignmentPoint();
-    text.direction = directionOf(angle);
+    text.direction = {std::cos(angle), std::sin(angle), 0};
     text.up = {-text.direction.y, text.direction.x, 0};
     if (data.normal != AcGeVector3d::kZAxis) {
         const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(data.normal);

@@ -3,7 +3,6 @@
 #include "db/block_table.h"
 #include "db/database.h"
 #include "db/open.h"
-#include "db/peek.h"
 #include "dwg/draw_order.h"
 #include "gi/entity_drawing.h"
 #include "gs/list_builder.h"
@@ -74,7 +73,7 @@ void BlockList::buildAll() {
 void BlockList::buildPart(ListBuilder& builder, AcDbObjectId id, size_t part) {
     builder.begin(part);
     list_.parts[part].entity = id;
-    if (const auto* const entity = acdbPeek<AcDbEntity>(id); entity && entity->ownerId() == record_)
+    if (const AcDbObjectPointer<AcDbEntity> entity(id); entity && entity->ownerId() == record_)
         acgiDrawInBlock(*entity, definitions_, builder);
     box_.addExt(list_.boxes[part]);
 }

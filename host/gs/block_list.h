@@ -43,13 +43,8 @@ public:
     /// looked at.
     const std::vector<uint32_t>& partsIn(const PictureBox& seen, const BoxProjector& projector, const WholeOf& wholeOf,
                                          bool once);
-    /// True once for each list that has been made from the beginning.
-    bool isFirstPicture() { return !std::exchange(wasDrawn_, true); }
-
-    /// The box around all of the list but for what it takes from blocks and endless lines. Null: something has gone
-    /// since, and it may be too large.
-    const AcDbExtents* exactBox() const { return left_ == 0 ? &box_ : nullptr; }
-
+    /// Notes that a picture of a part is being drawn. True: it is the first one since all was made from the beginning.
+    bool beginPicture() { return !std::exchange(wasDrawn_, true); }
     bool canFind() const { return tree_.size() > 0; }
 
 private:

@@ -26,17 +26,14 @@ public:
     const DisplayList& of(AcDbObjectId record, bool definitions = false) { return listOf(record, definitions).list(); }
     /// The box around all that is drawn by it; it may be larger for what has gone.
     const AcDbExtents& reachOf(AcDbObjectId record, bool definitions);
-    /// See BlockList::exactBox.
-    const AcDbExtents* exactBoxOf(AcDbObjectId record, bool definitions) {
-        return listOf(record, definitions).exactBox();
-    }
     /// Whether partsIn answers at once, without preparing anything.
     bool canFind(AcDbObjectId record, bool definitions) { return listOf(record, definitions).canFind(); }
     /// Parts of the same list that come out within a part of the picture, in the order in which they are drawn. Valid
     /// until it is asked again.
     const std::vector<uint32_t>& partsIn(AcDbObjectId record, bool definitions, const BoxProjector& projector,
                                          const PictureBox& seen, bool once = false);
-    bool isFirstPicture(AcDbObjectId record, bool definitions) { return listOf(record, definitions).isFirstPicture(); }
+    /// Notes that a picture of a part of it is being drawn. True: it is the first one of the list as it was made.
+    bool beginPicture(AcDbObjectId record, bool definitions) { return listOf(record, definitions).beginPicture(); }
     /// BlockList::kNone: the entity isn't in the block.
     uint32_t partOf(AcDbObjectId record, bool definitions, AcDbObjectId entity);
     /// All of the block and what it refers to, seen or not. The box is empty where there is nothing, or nothing but

@@ -1,7 +1,5 @@
 #include "gs/graphics_model.h"
 
-#include <algorithm>
-
 namespace vndk::gs {
 
 bool GraphicsModel::visibleExtents(AcDbObjectId record, AcDbExtents& extents) {
@@ -14,34 +12,24 @@ bool GraphicsModel::visibleExtents(AcDbObjectId record, AcDbExtents& extents) {
     std::vector<Style> resolved;
     for (const Look& look : list.looks)
         resolved.push_back(styles.resolve(look, styles.outermost()));
-    const bool allVisible =
-        std::all_of(resolved.begin(), resolved.end(), [](const Style& style) { return style.visible; });
-    if (const AcDbExtents* const box = allVisible ? lists_.exactBoxOf(record, true) : nullptr) {
-        extents = *box;
-        for (const BlockShape& block : list.blocks)
-            addBlock(block, extents);
-        return !extents.isEmpty();
-    }
     for (size_t i = 0; i < list.parts.size(); ++i)
         addVisible(list, i, resolved, extents);
     return !extents.isEmpty();
 }
 
 /// What a reference shows counts as a whole: its hidden parts are part of the symbol.
-void GraphicsModel::addBlock(const BlockShape& block, AcDbExtents& extents) {
-    AcDbExtents box = lists_.wholeOf(block.record).box;
-    box.transformBy(block.transform);
-    extents.addExt(box);
-}
-
 void GraphicsModel::addVisible(const DisplayList& list, size_t part, const std::vector<Style>& styles,
                                AcDbExtents& extents) {
     bool visible = false;
     for (uint32_t i = 0; i < list.parts[part].count; ++i) {
         const Item& item = list.items[list.parts[part].first + i];
         visible = visible || styles[item.look].visible;
-        if (item.kind == Item::Kind::Block && !styles[item.look].frozen)
-            addBlock(list.blocks[item.first], extents);
+        if (item.kind != Item::Kind::Block || styles[item.look].frozen)
+            continue;
+        const BlockShape& block = list.blocks[item.first];
+        AcDbExtents box = lists_.wholeOf(block.record).box;
+        box.transformBy(block.transform);
+        extents.addExt(box);
     }
     if (visible)
         extents.addExt(list.boxes[part]);

@@ -15,7 +15,6 @@ public:
     DisplayLists& lists() { return lists_; }
 
 private:
-    void addBlock(const BlockShape& block, AcDbExtents& extents);
     void addVisible(const DisplayList& list, size_t part, const std::vector<Style>& styles, AcDbExtents& extents);
 
     DisplayLists lists_;

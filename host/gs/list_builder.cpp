@@ -94,9 +94,9 @@ void ListBuilder::setTraitsOf(const AcDbEntity& entity) {
 /// A drawing has few looks, which take turns.
 uint32_t ListBuilder::lookNumber() {
     const auto bits = [](AcDbObjectId id) { return reinterpret_cast<uintptr_t>(id.stub()) / sizeof(void*); };
-    constexpr uint32_t kShuffle = 2654435761, kBits = 8;
+    constexpr uint32_t kShuffle = 2654435761;
     const auto mixed = static_cast<uint32_t>(bits(look_.layer) ^ bits(look_.linetype) * 3 ^ look_.color.value * 5);
-    uint32_t& recent = recentLooks_[mixed * kShuffle >> (32 - kBits)];
+    uint32_t& recent = recentLooks_[mixed * kShuffle >> (32 - kRecentBits)];
     if (recent >= list_.looks.size() || list_.looks[recent] != look_)
         recent = findLook();
     return recent;

@@ -57,8 +57,8 @@ private:
     AcDbObjectId lastStyle_;
     const LOGFONTA* lastFont_ = nullptr;
     Look look_;
-    static constexpr size_t kRecentLooks = 256;
-    std::array<uint32_t, kRecentLooks> recentLooks_{}; // numbers, by a few bits of what they are
+    static constexpr unsigned kRecentBits = 8;
+    std::array<uint32_t, 1U << kRecentBits> recentLooks_{}; // numbers, by a few bits of what they are
 };
 
 } // namespace vndk::gs

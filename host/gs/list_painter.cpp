@@ -64,6 +64,11 @@ const std::vector<Turn>& cornersOfCircle(int steps) {
 template <class Use>
 void forEachTurn(const ArcShape& arc, int steps, Use&& use) {
     constexpr int kFreshly = 64;
+    if (arc.start == 0 && arc.sweep == 2 * kAcGePi && steps <= kFewCorners) {
+        for (const Turn& corner : cornersOfCircle(steps))
+            use(corner);
+        return;
+    }
     const Turn step{std::cos(arc.sweep / steps), std::sin(arc.sweep / steps)};
     Turn at;
     for (int i = 0; i <= steps; ++i) {
@@ -116,10 +121,6 @@ ListPainter::Level ListPainter::level(const DisplayList& list, const AcGeMatrix3
                                       const Surroundings& around) {
     static const LinePattern kHighlight{{6, -4}, 10}; // pixels
     Level level{list, Projector(toDevice), {}};
-    if (!spareStyles_.empty()) {
-        level.styles = std::move(spareStyles_.back());
-        spareStyles_.pop_back();
-    }
     level.styles.reserve(list.looks.size());
     for (const Look& look : list.looks) {
         Style style = styles_.resolve(look, around);
@@ -149,14 +150,8 @@ void ListPainter::draw(AcDbObjectId record, const AcGeMatrix3d& toDevice) {
 
 void ListPainter::drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice,
                              const Surroundings& around) {
-    Level whole = level(lists_.of(record, definitions), toDevice, around);
-    drawParts(whole, record, definitions, toDevice);
-    whole.styles.clear();
-    spareStyles_.push_back(std::move(whole.styles));
-}
-
-void ListPainter::drawParts(const Level& whole, AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice) {
     constexpr size_t kMany = 256; // fewer are drawn without looking where they lie
+    const Level whole = level(lists_.of(record, definitions), toDevice, around);
     const size_t count = whole.list.parts.size();
     const Thinning thinning(count > kMany ? painting_.thinning : 1, count);
     const PixelRect& clip = raster_.clip();
@@ -170,7 +165,7 @@ void ListPainter::drawParts(const Level& whole, AcDbObjectId record, bool defini
         return;
     }
     // A drawing may be opened for a single look.
-    const bool once = lists_.isFirstPicture(record, definitions);
+    const bool once = lists_.beginPicture(record, definitions);
     for (const uint32_t part : lists_.partsIn(record, definitions, BoxProjector(toDevice, lens()), seen, once))
         if (thinning.keeps(part))
             drawPart(whole, part);
@@ -258,20 +253,10 @@ void ListPainter::drawArc(const ArcShape& arc, const Projector& projector, const
 /// Turned in the picture itself, where its ellipse has been projected to.
 void ListPainter::drawThinArc(const ArcShape& arc, int steps, const Spot& center, const Spot& major, const Spot& minor,
                               std::uint32_t color) {
-    const auto spot = [&](const Turn& t) { return sum(center, sum(times(major, t.cos), times(minor, t.sin))); };
-    if (arc.start == 0 && arc.sweep == 2 * kAcGePi && steps <= kFewCorners) {
-        Spot last = sum(center, major);
-        for (const Turn& corner : std::span(cornersOfCircle(steps)).subspan(1)) {
-            const Spot next = spot(corner);
-            raster_.line(last, next, color);
-            last = next;
-        }
-        return;
-    }
     Spot last;
     bool begun = false;
     forEachTurn(arc, steps, [&](const Turn& t) {
-        const Spot next = spot(t);
+        const Spot next = sum(center, sum(times(major, t.cos), times(minor, t.sin)));
         if (begun)
             raster_.line(last, next, color);
         begun = true;

@@ -68,7 +68,6 @@ private:
     double scaleAt(const Spot& place) const;
     Level level(const DisplayList& list, const AcGeMatrix3d& toDevice, const Surroundings& around);
     void drawRecord(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice, const Surroundings& around);
-    void drawParts(const Level& whole, AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice);
     bool isWorthFinding(AcDbObjectId record, bool definitions, const AcGeMatrix3d& toDevice, const PictureBox& seen);
     void drawItem(const DisplayList& list, const Item& item, const Projector& projector, const Style& style);
     void drawThin(std::span<const AcGePoint3d> points, const Projector& projector, std::uint32_t color);
@@ -98,7 +97,6 @@ private:
     std::vector<AcDbObjectId> path_; // the blocks around what is drawn
     // References within references multiply. No drawing that can be read on a screen comes near this.
     int referencesLeft_ = 1'000'000;
-    std::vector<std::vector<Style>> spareStyles_; // of levels that have been drawn, for the next ones
     std::vector<AcGePoint3d> curve_;
     std::vector<Spot> outline_;
     std::vector<size_t> contours_;

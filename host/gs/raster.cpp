@@ -253,7 +253,7 @@ void Raster::inside(int x0, int y0, int x1, int y1, std::uint32_t color) {
     const std::uint64_t step = ((shorter << 32) + longer - 1) / longer;
     std::uint64_t place = std::uint64_t{1} << 31;
     std::ptrdiff_t forward = 0;
-#pragma GCC unroll 4
+#pragma GCC unroll 4 // pixels don't wait for each other
     for (std::uint64_t i = 0; i <= longer; ++i) {
         first[forward + static_cast<std::ptrdiff_t>(place >> 32) * aside] = color;
         place += step;
